@@ -1,0 +1,130 @@
+// The records cross the interface by address, so their layout is fixed: every size and offset is
+// asserted here, on every platform.
+#include <cstddef>
+
+#include "quorvex.h"
+
+#define QX_AT(record, field, offset) static_assert(offsetof(record, field) == (offset))
+
+static_assert(sizeof(void*) == 8, "the library is 64-bit only");
+static_assert(sizeof(qxArray) == 20 && alignof(qxArray) == 4);
+QX_AT(qxArray, data, 0);
+QX_AT(qxArray, size, 8);
+QX_AT(qxArray, datasize, 12);
+QX_AT(qxArray, firstvalid, 16);
+
+static_assert(sizeof(qxBars) == 548);
+QX_AT(qxBars, date, 0);
+QX_AT(qxBars, open, 20);
+QX_AT(qxBars, high, 40);
+QX_AT(qxBars, low, 60);
+QX_AT(qxBars, close, 80);
+QX_AT(qxBars, volume, 100);
+QX_AT(qxBars, openint, 120);
+QX_AT(qxBars, barsize, 140);
+QX_AT(qxBars, datasize, 144);
+QX_AT(qxBars, reccnt, 148);
+QX_AT(qxBars, path, 152);
+QX_AT(qxBars, name, 408);
+QX_AT(qxBars, description, 424);
+QX_AT(qxBars, symbol, 472);
+QX_AT(qxBars, cusip, 488);
+QX_AT(qxBars, begindate, 500);
+QX_AT(qxBars, enddate, 508);
+QX_AT(qxBars, filetype, 516);
+QX_AT(qxBars, frequency, 520);
+QX_AT(qxBars, datatype, 524);
+QX_AT(qxBars, optiontype, 528);
+QX_AT(qxBars, deliverydate, 532);
+QX_AT(qxBars, strikeprice, 540);
+
+static_assert(sizeof(qxCandles) == 32);
+QX_AT(qxCandles, codes, 0);
+QX_AT(qxCandles, shadowlong, 8);
+QX_AT(qxCandles, shadowshort, 16);
+QX_AT(qxCandles, equality, 24);
+
+static_assert(sizeof(qxTXTinfo) == 56);
+QX_AT(qxTXTinfo, dt, 0);
+QX_AT(qxTXTinfo, oi, 28);
+QX_AT(qxTXTinfo, dtformat, 32);
+QX_AT(qxTXTinfo, skip, 36);
+QX_AT(qxTXTinfo, delimit, 40);
+
+static_assert(sizeof(qxOrder) == 80);
+QX_AT(qxOrder, fromname, 20);
+QX_AT(qxOrder, volume, 40);
+QX_AT(qxOrder, kind, 44);
+QX_AT(qxOrder, direction, 48);
+QX_AT(qxOrder, price, 52);
+QX_AT(qxOrder, ordertype, 60);
+QX_AT(qxOrder, timeinforce, 64);
+QX_AT(qxOrder, date, 68);
+QX_AT(qxOrder, cancelled, 76);
+
+static_assert(sizeof(qxPosition) == 52);
+QX_AT(qxPosition, direction, 20);
+QX_AT(qxPosition, bar, 24);
+QX_AT(qxPosition, date, 28);
+QX_AT(qxPosition, price, 36);
+QX_AT(qxPosition, volume, 44);
+QX_AT(qxPosition, remaining, 48);
+
+static_assert(sizeof(qxTrade) == 104);
+QX_AT(qxTrade, exit, 52);
+
+static_assert(sizeof(qxTradeStats) == 188);
+QX_AT(qxTradeStats, trades, 24);
+QX_AT(qxTradeStats, pctprofitable, 28);
+QX_AT(qxTradeStats, winners, 36);
+QX_AT(qxTradeStats, losers, 40);
+QX_AT(qxTradeStats, largestwin, 44);
+QX_AT(qxTradeStats, averagetrade, 84);
+QX_AT(qxTradeStats, maxwinners, 92);
+QX_AT(qxTradeStats, winnerbars, 100);
+QX_AT(qxTradeStats, maxdrawdown, 116);
+QX_AT(qxTradeStats, maxcontracts, 132);
+QX_AT(qxTradeStats, openprofit, 164);
+QX_AT(qxTradeStats, winnerbarsum, 172);
+QX_AT(qxTradeStats, losestreak, 184);
+
+static_assert(sizeof(qxOrderSystem) == 1364);
+QX_AT(qxOrderSystem, name, 0);
+QX_AT(qxOrderSystem, tick, 80);
+QX_AT(qxOrderSystem, tickvalue, 88);
+QX_AT(qxOrderSystem, unitcost, 96);
+QX_AT(qxOrderSystem, sidecost, 104);
+QX_AT(qxOrderSystem, deduction, 112);
+QX_AT(qxOrderSystem, margin, 120);
+QX_AT(qxOrderSystem, delay, 128);
+QX_AT(qxOrderSystem, gapfill, 132);
+QX_AT(qxOrderSystem, reverse, 136);
+QX_AT(qxOrderSystem, pyramid, 140);
+QX_AT(qxOrderSystem, allowlong, 144);
+QX_AT(qxOrderSystem, allowshort, 148);
+QX_AT(qxOrderSystem, bar, 152);
+QX_AT(qxOrderSystem, marketpos, 156);
+QX_AT(qxOrderSystem, longvol, 160);
+QX_AT(qxOrderSystem, shortvol, 164);
+QX_AT(qxOrderSystem, netvol, 168);
+QX_AT(qxOrderSystem, avgprice, 172);
+QX_AT(qxOrderSystem, lastentry, 180);
+QX_AT(qxOrderSystem, counter, 188);
+QX_AT(qxOrderSystem, longbars, 192);
+QX_AT(qxOrderSystem, shortbars, 196);
+QX_AT(qxOrderSystem, posbars, 200);
+QX_AT(qxOrderSystem, longstats, 204);
+QX_AT(qxOrderSystem, shortstats, 392);
+QX_AT(qxOrderSystem, netstats, 580);
+QX_AT(qxOrderSystem, orders, 768);
+QX_AT(qxOrderSystem, positions, 776);
+QX_AT(qxOrderSystem, trades, 784);
+QX_AT(qxOrderSystem, ordercap, 792);
+QX_AT(qxOrderSystem, ordercount, 796);
+QX_AT(qxOrderSystem, positioncap, 800);
+QX_AT(qxOrderSystem, tradecap, 808);
+QX_AT(qxOrderSystem, bars, 816);
+
+static_assert(sizeof(qxOptVar) == 36);
+QX_AT(qxOptVar, count, 24);
+QX_AT(qxOptVar, value, 28);

@@ -1,0 +1,608 @@
+/*
+ * Quorvex: market analysis over caller-owned price series.
+ *
+ * Every function takes plain values, zero-terminated 8-bit strings and pointers to records that the
+ * caller owns. Records are packed on 4-byte boundaries and must be zero-filled before first use.
+ * The library allocates only the blocks inside records and releases them through the matching free
+ * operation.
+ *
+ * Unless a function says otherwise:
+ * - a result of type int32_t is a status: QX_SUCCESS or one of the negative codes below;
+ * - a null record or string gives QX_ERR_INVALID_PARM (0 from functions that return a value);
+ * - indexes and sizes count elements from 0; a negative start index counts as 0.
+ */
+#ifndef QUORVEX_H
+#define QUORVEX_H
+
+#include <stdint.h>
+
+#if defined(_WIN32) && defined(QX_BUILD)
+#define QX_API __declspec(dllexport)
+#elif defined(_WIN32) && !defined(QX_STATIC)
+#define QX_API __declspec(dllimport)
+#elif defined(_WIN32)
+#define QX_API
+#else
+#define QX_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Codes ---------------------------------------------------------------------------------- */
+
+/** Statuses. qxErrDesc gives their texts. */
+enum {
+  QX_SUCCESS = 0,
+  QX_ERR_INVALID_PARM = -1,
+  QX_ERR_FILE_OPEN = -2,
+  QX_ERR_MALLOC = -3,
+  QX_ERR_FILE_READ = -4,
+  QX_ERR_FILE_WRITE = -5,
+  QX_ERR_FILE_SEEK = -6,
+  QX_ERR_FILE_EXISTS = -7,
+  QX_ERR_FILE_NOT_FOUND = -8,
+  QX_ERR_RECORD_NOT_FOUND = -9,
+  QX_ERR_UNKNOWN = -10
+};
+
+/** Moving-average methods of qxMovingAverage and of every indicator that takes a method. */
+enum {
+  QX_MA_EXPONENTIAL = 0,
+  QX_MA_LEAST_SQUARES = 1,
+  QX_MA_SIMPLE = 2,
+  QX_MA_WEIGHTED = 3,
+  QX_MA_WELLES = 4,
+  QX_MA_TRIANGULAR = 5,
+  QX_MA_VARIABLE = 6,
+  QX_MA_ZERO_LAG = 7
+};
+
+/** Date orders: how numeric dates are read and printed. */
+enum { QX_ORDER_YMD = 0, QX_ORDER_MDY = 1, QX_ORDER_DMY = 2 };
+
+/** Formats of price files, the `filetype` of a bar set. */
+enum {
+  QX_FILE_UNKNOWN = 0,
+  QX_FILE_CSI = 1,
+  QX_FILE_COMPUTRAC = 2,
+  QX_FILE_DOW_JONES = 3,
+  QX_FILE_FUTURE_SOURCE = 4,
+  QX_FILE_TELECHART = 5,
+  QX_FILE_TECHTOOLS = 6,
+  QX_FILE_TEXT = 7,
+  QX_FILE_AIQ = 8
+};
+
+/** Bar frequencies, the `frequency` of a bar set. */
+enum {
+  QX_FREQ_UNKNOWN = 0,
+  QX_FREQ_INTRADAY = 1,
+  QX_FREQ_DAILY = 2,
+  QX_FREQ_WEEKLY = 3,
+  QX_FREQ_MONTHLY = 4,
+  QX_FREQ_QUARTERLY = 5,
+  QX_FREQ_YEARLY = 6
+};
+
+/** Kinds of instrument, the `datatype` of a bar set. */
+enum {
+  QX_DATA_UNKNOWN = 0,
+  QX_DATA_BOND = 1,
+  QX_DATA_COMMODITY = 2,
+  QX_DATA_MUTUAL_FUND = 3,
+  QX_DATA_OPTION = 4,
+  QX_DATA_STOCK = 5,
+  QX_DATA_INDEX = 6
+};
+
+/** Option types, the `optiontype` of a bar set and the `type` of an option leg. */
+enum { QX_OPTION_NONE = 0, QX_OPTION_CALL = 1, QX_OPTION_PUT = 2 };
+
+/* ---- Records: series and bars --------------------------------------------------------------- */
+
+#pragma pack(push, 4)
+
+/** One series of values (20 bytes). A record whose `data` is null is unallocated. */
+typedef struct qxArray {
+  double* data;       /**< the values, owned by the record */
+  int32_t size;       /**< elements in use, never above datasize */
+  int32_t datasize;   /**< elements allocated */
+  int32_t firstvalid; /**< first meaningful element; those before it are warm-up */
+} qxArray;
+
+/** A set of price bars (548 bytes): seven series of equal size and the facts of their source. */
+typedef struct qxBars {
+  qxArray date;         /**< date numbers, see qxYMDtoDate */
+  qxArray open;         /**< opening prices */
+  qxArray high;         /**< high prices */
+  qxArray low;          /**< low prices */
+  qxArray close;        /**< closing prices */
+  qxArray volume;       /**< volume */
+  qxArray openint;      /**< open interest */
+  int32_t barsize;      /**< bars in use, equal to every series' size */
+  int32_t datasize;     /**< bars allocated, equal to every series' datasize */
+  int32_t reccnt;       /**< records in the source file */
+  char path[256];       /**< folder of the source file */
+  char name[16];        /**< file or record name */
+  char description[48]; /**< instrument description */
+  char symbol[16];      /**< ticker symbol */
+  char cusip[12];       /**< CUSIP identifier, empty when unknown */
+  double begindate;     /**< date number of the file's first record, 0 when unknown */
+  double enddate;       /**< date number of the file's last record, 0 when unknown */
+  int32_t filetype;     /**< QX_FILE_... */
+  int32_t frequency;    /**< QX_FREQ_... */
+  int32_t datatype;     /**< QX_DATA_... */
+  int32_t optiontype;   /**< QX_OPTION_... */
+  double deliverydate;  /**< delivery date number of a future or option, 0 when none */
+  double strikeprice;   /**< strike price of an option, 0 when none */
+} qxBars;
+
+/* ---- Records: candles ------------------------------------------------------------------------ */
+
+/** The classified candles of a bar set (32 bytes). A factor left at 0 takes its default. */
+typedef struct qxCandles {
+  uint8_t* codes;     /**< 4 bytes per bar: colour, body, upper shadow, lower shadow */
+  double shadowlong;  /**< factor above which a shadow is long, default 2.0 */
+  double shadowshort; /**< factor below which a shadow is short, default 0.75 */
+  double equality;    /**< relative tolerance of doji bodies and near prices, default 0.005 */
+} qxCandles;
+
+/* ---- Records: text files ----------------------------------------------------------------------
+ */
+
+/** Layout of a delimited text price file (56 bytes). Field numbers count from 1; 0 means absent. */
+typedef struct qxTXTinfo {
+  int32_t dt;       /**< field of the date */
+  int32_t ti;       /**< field of the time; equal to dt when the date field holds both */
+  int32_t op;       /**< field of the open price */
+  int32_t hi;       /**< field of the high price */
+  int32_t lo;       /**< field of the low price */
+  int32_t cl;       /**< field of the closing price */
+  int32_t vol;      /**< field of the volume */
+  int32_t oi;       /**< field of the open interest */
+  int32_t dtformat; /**< QX_ORDER_... of the dates */
+  int32_t skip;     /**< header lines at the top of the file */
+  char delimit[16]; /**< delimiter characters, zero-terminated when shorter than 16 */
+} qxTXTinfo;
+
+/* ---- Records: trading simulation --------------------------------------------------------------
+ */
+
+/** Kinds of order. */
+enum { QX_KIND_EXIT = 1, QX_KIND_ENTRY = 2 };
+/** Directions of orders (buy, sell) and of positions (long, short). */
+enum { QX_BUY = 1, QX_SELL = 2, QX_LONG = 1, QX_SHORT = 2 };
+/** Types of order. */
+enum { QX_ORDER_MARKET = 1, QX_ORDER_STOP = 2, QX_ORDER_LIMIT = 3, QX_ORDER_CLOSE = 4 };
+/** Times in force: this bar only, or until filled or cancelled (any value other than 1). */
+enum { QX_FORCE_BAR = 1, QX_FORCE_GTC = 2 };
+/** Market positions of an order system. */
+enum { QX_MARKET_FLAT = 0, QX_MARKET_LONG = 1, QX_MARKET_SHORT = 2 };
+
+/** One order (80 bytes). */
+typedef struct qxOrder {
+  char name[20];       /**< zero-terminated */
+  char fromname[20];   /**< exits: the entry whose positions it may close, empty for any */
+  uint32_t volume;     /**< units to trade */
+  int32_t kind;        /**< QX_KIND_... */
+  int32_t direction;   /**< QX_BUY or QX_SELL */
+  double price;        /**< stop or limit price */
+  int32_t ordertype;   /**< QX_ORDER_MARKET, _STOP, _LIMIT or _CLOSE */
+  int32_t timeinforce; /**< QX_FORCE_... */
+  double date;         /**< date number of the bar on which it was placed */
+  int32_t cancelled;   /**< 1 when cancelled or, for exits, filled */
+} qxOrder;
+
+/** One side of a trade: an open position or an exit (52 bytes). */
+typedef struct qxPosition {
+  char name[20];     /**< blanks, with the order's name and its terminator over the start */
+  int32_t direction; /**< position: QX_LONG or QX_SHORT; exit: QX_BUY or QX_SELL */
+  int32_t bar;       /**< bar index of the fill */
+  double date;       /**< date number of the fill */
+  double price;      /**< price of the fill, on the tick grid */
+  int32_t volume;    /**< units at entry, or units closed */
+  int32_t remaining; /**< units still open; 0 in an exit */
+} qxPosition;
+
+/** A closed trade (104 bytes): the position as it stood, and its exit. */
+typedef struct qxTrade {
+  qxPosition entry;
+  qxPosition exit;
+} qxTrade;
+
+/** Statistics of the long, the short or all trades (188 bytes). */
+typedef struct qxTradeStats {
+  double netprofit;
+  double grossprofit;
+  double grossloss; /**< 0 or negative */
+  int32_t trades;
+  double pctprofitable; /**< percent */
+  int32_t winners;
+  int32_t losers;
+  double largestwin;
+  double largestloss;
+  double averagewin;
+  double averageloss;
+  double winlossratio; /**< average win / average loss, absolute */
+  double averagetrade;
+  int32_t maxwinners; /**< most consecutive winners */
+  int32_t maxlosers;  /**< most consecutive losers */
+  double winnerbars;  /**< average bars in winners */
+  double loserbars;   /**< average bars in losers */
+  double maxdrawdown; /**< 0 or negative */
+  double profitfactor;
+  double maxcontracts;    /**< largest volume held */
+  double accountsize;     /**< account size required */
+  double returnonaccount; /**< percent */
+  double prr;             /**< pessimistic return ratio */
+  double openprofit;      /**< open position profit */
+  int32_t winnerbarsum;   /**< running sum of bars in winners */
+  int32_t loserbarsum;    /**< running sum of bars in losers */
+  int32_t winstreak;      /**< current winning streak */
+  int32_t losestreak;     /**< current losing streak */
+} qxTradeStats;
+
+/** One simulation (1364 bytes). */
+typedef struct qxOrderSystem {
+  char name[80];      /**< printed in reports */
+  double tick;        /**< minimum price move, initially 0.001 */
+  double tickvalue;   /**< money value of one tick per unit, initially 0.001 */
+  double unitcost;    /**< cost per trade inside the unit profit */
+  double sidecost;    /**< cost per side of a trade */
+  double deduction;   /**< fraction of the profit that is deducted */
+  double margin;      /**< margin in percent, initially 100.0 */
+  int32_t delay;      /**< seconds an order must age; only whole days count */
+  int32_t gapfill;    /**< non-zero: a passed stop or limit fills at the open */
+  int32_t reverse;    /**< non-zero: an entry closes the other direction, initially 1 */
+  int32_t pyramid;    /**< non-zero: entries may add to a position */
+  int32_t allowlong;  /**< zero: qxBuyToOpen ignores its order, initially 1 */
+  int32_t allowshort; /**< zero: qxSellToOpen ignores its order, initially 1 */
+  int32_t bar;        /**< current bar, initially -1 */
+  int32_t marketpos;  /**< QX_MARKET_... */
+  int32_t longvol;    /**< open volume, long */
+  int32_t shortvol;   /**< open volume, short */
+  int32_t netvol;     /**< absolute difference of the two */
+  double avgprice;    /**< average entry price of the larger side */
+  double lastentry;   /**< date number of the last entry */
+  int32_t counter;    /**< cleared with the position fields */
+  int32_t longbars;   /**< bars since the oldest open long entry */
+  int32_t shortbars;  /**< bars since the oldest open short entry */
+  int32_t posbars;    /**< the one of the net side */
+  qxTradeStats longstats;
+  qxTradeStats shortstats;
+  qxTradeStats netstats;
+  qxOrder* orders;       /**< pending orders */
+  qxPosition* positions; /**< open positions */
+  qxTrade* trades;       /**< closed trades */
+  int32_t ordercap;
+  int32_t ordercount;
+  int32_t positioncap;
+  int32_t positioncount;
+  int32_t tradecap;
+  int32_t tradecount;
+  qxBars bars; /**< copy of the caller's record; its series stay the caller's */
+} qxOrderSystem;
+
+/** One optimisation variable (36 bytes). */
+typedef struct qxOptVar {
+  double from;   /**< first value */
+  double to;     /**< last value */
+  double step;   /**< increment; 0 means the single value `from` */
+  int32_t count; /**< number of values, set by qxOptVarCount */
+  double value;  /**< current value, set by qxOptVarValue */
+} qxOptVar;
+
+/* ---- Records: options and bonds ---------------------------------------------------------------
+ */
+
+/* ---- Records: graphs --------------------------------------------------------------------------
+ */
+
+#pragma pack(pop)
+
+/* ---- Series and bar records -------------------------------------------------------------------
+ */
+
+/** Allocates a series of `size` zeros and sets size and datasize to it, firstvalid to 0. More than
+ * 2^30 elements are cut to 2^30. An existing block is not released first. On failure the record is
+ * cleared: QX_ERR_MALLOC; a negative size: QX_ERR_INVALID_PARM, nothing changed. */
+QX_API int32_t qxAllocArray(qxArray* array, int32_t size);
+
+/** Grows a series to `size` elements, keeping values and firstvalid; the new tail is not cleared.
+ * An unallocated record is allocated; a size within the capacity only sets the size. QX_ERR_MALLOC
+ * leaves the record as it was; a negative size: QX_ERR_INVALID_PARM. */
+QX_API int32_t qxReAllocArray(qxArray* array, int32_t size);
+
+/** Sets the elements in use. QX_ERR_MALLOC when `size` exceeds the capacity, with nothing changed;
+ * a negative size: QX_ERR_INVALID_PARM. */
+QX_API int32_t qxReSizeArray(qxArray* array, int32_t size);
+
+/** Releases the block and clears the record. Null is ignored. */
+QX_API void qxFreeArray(qxArray* array);
+
+/** Copies the whole allocated extent, the size and firstvalid. An unallocated destination is
+ * allocated at the source's capacity; an allocated one is never grown, and takes what it can hold.
+ * QX_ERR_MALLOC when the allocation fails. */
+QX_API int32_t qxCopyArray(const qxArray* source, qxArray* destination);
+
+/** Element `index`, or 0.0 outside the series. */
+QX_API double qxGetArrayItem(const qxArray* array, int32_t index);
+
+/** Stores element `index`; outside the series it does nothing. */
+QX_API void qxSetArrayItem(qxArray* array, int32_t index, double value);
+
+/** Sets firstvalid and raises the library-wide max first valid to it. Returns that maximum. */
+QX_API int32_t qxSetFirstValid(qxArray* array, int32_t index);
+
+/** Sets the max first valid, also downwards, usually to 0 before a batch of computations. Returns
+ * the value. */
+QX_API int32_t qxSetMaxFirstValid(int32_t value);
+
+/** The largest first valid index set since the last qxSetMaxFirstValid; 0 at load. From that bar on
+ * every output computed since is valid. */
+QX_API int32_t qxGetMaxFirstValid(void);
+
+/** Allocates the seven series of a bar set with `size` zeros each; the descriptive fields stay.
+ * More than 2^30 bars are cut to 2^30. On failure the whole record is cleared: QX_ERR_MALLOC; a
+ * negative size: QX_ERR_INVALID_PARM, nothing changed. */
+QX_API int32_t qxAllocBars(qxBars* bars, int32_t size);
+
+/** Grows the seven series one after the other; new tails are not cleared. At the first failure
+ * QX_ERR_MALLOC: series already grown stay grown, barsize and datasize keep their values. An
+ * unallocated set is allocated; a size within the capacity only sets the sizes. */
+QX_API int32_t qxReAllocBars(qxBars* bars, int32_t size);
+
+/** Sets the bars in use, in the set and its seven series. QX_ERR_MALLOC when `size` exceeds the
+ * capacity, with nothing changed; a negative size: QX_ERR_INVALID_PARM. */
+QX_API int32_t qxReSizeBars(qxBars* bars, int32_t size);
+
+/** Releases the seven series and clears the record. Null is ignored. */
+QX_API void qxFreeBars(qxBars* bars);
+
+/** Copies a bar set: the descriptive fields and each series as qxCopyArray does. QX_ERR_MALLOC when
+ * an unallocated destination cannot be allocated. */
+QX_API int32_t qxCopyBars(const qxBars* source, qxBars* destination);
+
+/** Copies the descriptive fields (path .. strikeprice, reccnt), neither series nor sizes. */
+QX_API void qxCopyBarInfo(const qxBars* source, qxBars* destination);
+
+/** The first `digits` decimals of |value| as an integer, cut and not rounded: 0.29 with 2 digits is
+ * 28, since the double lies below 0.29. 0 when the fraction is at most 2.220446049250313e-16, and
+ * for NaN and infinities; a result too large saturates. */
+QX_API int32_t qxDecimals(double value, int32_t digits);
+
+/** Index of the first bar dated at or after `date`, or barsize. Dates must ascend. */
+QX_API int32_t qxFindDate(const qxBars* bars, double date);
+
+/* ---- Status codes and number conversions ------------------------------------------------------
+ */
+
+/** Copies the text of a status into `buffer` (at least 17 bytes), zero-terminated, and returns its
+ * length. A code outside -10..0 reads "Unknown". */
+QX_API int32_t qxErrDesc(int32_t code, char* buffer);
+
+/** Shows a modal message box with the text of `code`, a blank and `text`, cut to 1023 characters.
+ * Returns what the box returns. Off Windows the message goes to standard error and 1 is returned.
+ */
+QX_API int32_t qxErrMessageBox(int32_t code, const char* text);
+
+/** Converts the IEEE single at `source` to Microsoft Binary Format at `destination` (4 bytes each,
+ * may be the same). Negative zero becomes zero. The exponent is not range-checked: it wraps. */
+QX_API int32_t qxIEEEtoMS(const void* source, void* destination);
+
+/** Converts a Microsoft Binary Format single at `source` to an IEEE single at `destination` (4
+ * bytes each, may be the same). A zero exponent byte reads as 0.0. The exponent wraps. */
+QX_API int32_t qxMStoIEEE(const void* source, void* destination);
+
+/* ---- Series transforms ------------------------------------------------------------------------
+ */
+
+/* ---- Bar compression --------------------------------------------------------------------------
+ */
+
+/* ---- Series text ------------------------------------------------------------------------------
+ */
+
+/* ---- Calendar ---------------------------------------------------------------------------------
+ */
+
+QX_API void qxSet2DigitYearCutoff(int32_t cutoff);
+QX_API int32_t qxIsLeapYear(int32_t year);
+QX_API double qxYearToDays(int32_t year);
+QX_API double qxYMDtoDate(int32_t year, int32_t month, int32_t day, int32_t hour, int32_t minute,
+                          int32_t second);
+QX_API double qxNumToDate(int32_t number);
+QX_API double qxNumToTime(int32_t number);
+QX_API void qxDateToYMD(double date, int32_t* year, int32_t* month, int32_t* day, int32_t* hour,
+                        int32_t* minute, int32_t* second);
+QX_API int32_t qxDatePart(const char* part, double date);
+QX_API int32_t qxDateDiff(const char* unit, double first, double second);
+QX_API int32_t qxDayOfWeek(double date);
+QX_API int32_t qxDateValidate(int32_t year, int32_t month, int32_t day, int32_t hour,
+                              int32_t minute, int32_t second);
+
+/* ---- Date and time strings --------------------------------------------------------------------
+ */
+
+QX_API void qxSetDefaultDateFormat(int32_t order);
+QX_API int32_t qxDateStrToYMD(const char* text, int32_t order, int32_t* year, int32_t* month,
+                              int32_t* day, int32_t* hour, int32_t* minute, int32_t* second);
+QX_API int32_t qxDateStrValidate(const char* text, int32_t order);
+QX_API double qxDateStrToDate(const char* text, int32_t order);
+QX_API int32_t qxTimeStrToHMS(const char* text, int32_t* hour, int32_t* minute, int32_t* second);
+QX_API double qxTimeStrToTime(const char* text);
+QX_API int32_t qxFormatDate(double date, const char* picture, char* output);
+
+/* ---- Julian text dates ------------------------------------------------------------------------
+ */
+
+/* ---- Moving averages --------------------------------------------------------------------------
+ */
+
+QX_API int32_t qxSimpleMA(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+QX_API int32_t qxMovingSum(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+QX_API int32_t qxExpMA(const qxArray* in, qxArray* out, double period, int32_t start);
+QX_API double qxEMA(double previous, double value, double period);
+QX_API double qxPeriodToExp(double period);
+QX_API double qxExpToPeriod(double factor);
+QX_API int32_t qxWeightedMA(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+QX_API int32_t qxWellesMA(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+QX_API int32_t qxWellesSum(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+QX_API int32_t qxTriangularMA(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+QX_API int32_t qxVIDYA(const qxArray* in, qxArray* out, int32_t cmoPeriod, int32_t emaPeriod,
+                       int32_t start);
+QX_API int32_t qxVariableMA(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+QX_API int32_t qxT3(const qxArray* in, qxArray* out, double period, double volumeFactor,
+                    int32_t passes, int32_t start);
+QX_API int32_t qxDEMA(const qxArray* in, qxArray* out, double period, int32_t start);
+QX_API int32_t qxTEMA(const qxArray* in, qxArray* out, double period, int32_t start);
+QX_API int32_t qxZeroLagExpMA(const qxArray* in, qxArray* out, double period, int32_t start);
+QX_API int32_t qxLstSqrMA(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+QX_API int32_t qxVolAdjustedMA(const qxArray* in, const qxArray* weights, qxArray* out,
+                               int32_t period, int32_t start);
+QX_API int32_t qxMovingAverage(const qxArray* in, qxArray* out, int32_t method, int32_t period,
+                               int32_t start);
+QX_API int32_t qxCMO(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/* ---- Series statistics ------------------------------------------------------------------------
+ */
+
+QX_API int32_t qxArrayStats(const qxArray* array, double* min, double* max, double* avg,
+                            double* sum, int32_t from, int32_t to, int32_t skipZeros);
+QX_API int32_t qxArrayStatsPos(const qxArray* array, int32_t* minPos, int32_t* maxPos, int32_t from,
+                               int32_t to, int32_t skipZeros);
+QX_API int32_t qxBarStats(const qxBars* bars, double* low, double* high, int32_t from, int32_t to);
+QX_API double qxStdDev(const qxArray* array, int32_t sample, int32_t from, int32_t to);
+QX_API double qxStdErr(const qxArray* array, int32_t from, int32_t to);
+QX_API int32_t qxRegressionLine(const qxArray* array, double* slope, double* intercept,
+                                int32_t from, int32_t to);
+QX_API double qxCorCoef(const qxArray* x, const qxArray* y, int32_t sample, int32_t from,
+                        int32_t to);
+QX_API double qxCovariance(const qxArray* x, const qxArray* y, int32_t from, int32_t to);
+QX_API double qxDispersion(const qxArray* array, int32_t from, int32_t to);
+QX_API double qxSumPrev(const qxArray* array, int32_t count, int32_t index);
+QX_API double qxSlopeArrayPts(const qxArray* array, int32_t i1, int32_t i2);
+QX_API double qxSlopePts(double x1, double y1, double x2, double y2);
+QX_API int32_t qxFirstNonZeroItem(const qxArray* array);
+QX_API double qxTypicalPrice(const qxBars* bars, int32_t index);
+QX_API double qxWeightedClose(const qxBars* bars, int32_t index);
+QX_API double qxMedianPrice(const qxBars* bars, int32_t index);
+QX_API double qxAvgPrice(const qxBars* bars, int32_t index);
+QX_API double qxTrueHigh(const qxBars* bars, int32_t index);
+QX_API double qxTrueLow(const qxBars* bars, int32_t index);
+QX_API double qxTrueRange(const qxBars* bars, int32_t index);
+QX_API int32_t qxTypicalPrices(const qxBars* bars, qxArray* out, int32_t start);
+QX_API int32_t qxWeightedCloses(const qxBars* bars, qxArray* out, int32_t start);
+QX_API int32_t qxMedianPrices(const qxBars* bars, qxArray* out, int32_t start);
+QX_API int32_t qxAvgPrices(const qxBars* bars, qxArray* out, int32_t start);
+QX_API int32_t qxTR(const qxBars* bars, qxArray* out, int32_t start);
+QX_API int32_t qxStdDevMv(const qxArray* in, qxArray* out, int32_t sample, int32_t period,
+                          int32_t start);
+QX_API int32_t qxStdErrMv(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+QX_API int32_t qxDispersionMv(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+QX_API int32_t qxCorCoefMv(const qxArray* x, const qxArray* y, qxArray* out, int32_t sample,
+                           int32_t period, int32_t start);
+QX_API int32_t qxCovarianceMv(const qxArray* x, const qxArray* y, qxArray* out, int32_t period,
+                              int32_t start);
+QX_API int32_t qxRegressionLineMv(const qxArray* in, qxArray* slope, qxArray* intercept,
+                                  int32_t period, int32_t start, int32_t end);
+QX_API int32_t qxRSquared(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+QX_API int32_t qxLastHigh(const qxArray* array, int32_t from, int32_t to);
+QX_API int32_t qxLastLow(const qxArray* array, int32_t from, int32_t to);
+
+/* ---- Momentum oscillators ---------------------------------------------------------------------
+ */
+
+QX_API int32_t qxOscillator(const qxArray* a, const qxArray* b, qxArray* out, int32_t start);
+QX_API int32_t qxOscillatorPct(const qxArray* a, const qxArray* b, qxArray* out, int32_t start);
+QX_API int32_t qxRatio(const qxArray* a, const qxArray* b, qxArray* out, int32_t start);
+QX_API int32_t qxRateOfChange(const qxArray* in, qxArray* out, double scale, int32_t period,
+                              int32_t start);
+QX_API int32_t qxPriceOscillatorPct(const qxArray* in, qxArray* out, int32_t period1,
+                                    int32_t period2, int32_t method, int32_t start);
+
+/* ---- Trend and directional indicators ---------------------------------------------------------
+ */
+
+QX_API int32_t qxADXR(const qxBars* bars, qxArray* out, int32_t period, int32_t smoothPeriod,
+                      int32_t lag, int32_t start);
+
+/* ---- Volatility, bands and channels ------------------------------------------------------------
+ */
+
+QX_API int32_t qxATR(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/* ---- Volume and money flow ---------------------------------------------------------------------
+ */
+
+/* ---- Market breadth ----------------------------------------------------------------------------
+ */
+
+/* ---- Relative performance and projections ------------------------------------------------------
+ */
+
+/* ---- Bar formations and crossovers -------------------------------------------------------------
+ */
+
+QX_API int32_t qxCrossOverFill(const qxArray* a, const qxArray* b, qxArray* out, int32_t first,
+                               int32_t last);
+
+/* ---- Candles -----------------------------------------------------------------------------------
+ */
+
+/* ---- Candlestick patterns ----------------------------------------------------------------------
+ */
+
+/* ---- Options -----------------------------------------------------------------------------------
+ */
+
+/* ---- Bonds and time value -----------------------------------------------------------------------
+ */
+
+/* ---- File-type dispatch and file information
+ * ----------------------------------------------------- */
+
+/* ---- CompuTrac files
+ * ----------------------------------------------------------------------------- */
+
+/* ---- Other vendors' files
+ * ------------------------------------------------------------------------ */
+
+/* ---- Delimited text files
+ * ------------------------------------------------------------------------ */
+
+QX_API int32_t qxTXTreadinfo(const char* folder, const char* file, qxTXTinfo* info);
+QX_API int32_t qxTXTread(qxBars* bars, const char* folder, const char* file, const qxTXTinfo* info,
+                         int32_t start, int32_t count);
+
+/* ---- Trading simulation: orders and positions
+ * ----------------------------------------------------- */
+
+/* ---- Trading simulation: order processing
+ * --------------------------------------------------------- */
+
+/* ---- Trading simulation: reports
+ * ------------------------------------------------------------------ */
+
+/* ---- Trading simulation: optimisation variables and markers
+ * --------------------------------------- */
+
+/* ---- Graph model
+ * ---------------------------------------------------------------------------------- */
+
+/* ---- Graph scaling and hit test
+ * ------------------------------------------------------------------- */
+
+/* ---- Graph painting
+ * ------------------------------------------------------------------------------- */
+
+/* ---- Point and figure
+ * ----------------------------------------------------------------------------- */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* QUORVEX_H */

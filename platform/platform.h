@@ -1,0 +1,40 @@
+// What the operating system gives, behind one header with a source for each system.
+#ifndef QUORVEX_PLATFORM_PLATFORM_H
+#define QUORVEX_PLATFORM_PLATFORM_H
+
+#include <cstdint>
+#include <cstdio>
+
+namespace qx {
+
+// Opens a file with the C library's modes. A backslash separates folders on every system. A folder
+// is not a file: null.
+std::FILE* openFile(const char* path, const char* mode);
+
+// Shows a modal error box and returns its answer; without windows, a line on standard error and 1.
+int32_t showErrorMessage(const char* message);
+
+// One file of a folder listing.
+struct ListedFile {
+  char name[260];       // long name
+  char shortName[260];  // 8.3 name, or the long name where there is none
+  double modified;      // date number of the last modification, local time
+};
+
+// An open folder listing; closed with closeListing.
+struct Listing;
+
+// Lists the files (no folders) whose names match a pattern of literal characters, "*" and "?",
+// compared without regard to case. Null when the folder cannot be listed or memory is out.
+Listing* openListing(const char* folder, const char* pattern);
+
+// The next file, or false at the end.
+bool nextListed(Listing* listing, ListedFile* file);
+void closeListing(Listing* listing);
+
+// The 8.3 name of an existing file without its folder, or its plain name where there is none.
+void shortFileName(const char* path, char* name, uint64_t nameSize);
+
+}  // namespace qx
+
+#endif  // QUORVEX_PLATFORM_PLATFORM_H

@@ -1,0 +1,102 @@
+// The platform layer on Windows.
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "core/memory.h"
+#include "platform/platform.h"
+#include "quorvex.h"
+
+namespace qx {
+namespace {
+
+constexpr size_t kPathSize = 4096;
+
+double modificationDate(const FILETIME& written) {
+  FILETIME local;
+  SYSTEMTIME parts;
+  if (!FileTimeToLocalFileTime(&written, &local) || !FileTimeToSystemTime(&local, &parts)) {
+    return 0.0;
+  }
+  return qxYMDtoDate(parts.wYear, parts.wMonth, parts.wDay, parts.wHour, parts.wMinute,
+                     std::min<int32_t>(parts.wSecond, 59));
+}
+
+void copyName(const char* source, char* name, size_t size) {
+  const size_t length = std::min(std::strlen(source), size - 1);
+  std::memcpy(name, source, length);
+  name[length] = '\0';
+}
+
+}  // namespace
+
+struct Listing {
+  HANDLE search;
+  WIN32_FIND_DATAA found;
+  bool pending;  // `found` holds a file that was not handed out yet
+};
+
+std::FILE* openFile(const char* path, const char* mode) {
+  const DWORD attributes = GetFileAttributesA(path);
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    return nullptr;
+  }
+  return std::fopen(path, mode);
+}
+
+int32_t showErrorMessage(const char* message) {
+  return MessageBoxA(nullptr, message, "Error", MB_OK | MB_ICONSTOP);
+}
+
+Listing* openListing(const char* folder, const char* pattern) {
+  char query[kPathSize];
+  const size_t length = std::strlen(folder);
+  if (length + 1 + std::strlen(pattern) + 1 > sizeof query) return nullptr;
+  std::memcpy(query, folder, length + 1);
+  if (length > 0 && std::strchr("\\/:", folder[length - 1]) == nullptr) std::strcat(query, "\\");
+  std::strcat(query, pattern);
+  auto* listing = static_cast<Listing*>(allocateZeroed(1, sizeof(Listing)));
+  if (listing == nullptr) return nullptr;
+  listing->search = FindFirstFileA(query, &listing->found);
+  if (listing->search == INVALID_HANDLE_VALUE) {
+    release(listing);
+    return nullptr;
+  }
+  listing->pending = true;
+  return listing;
+}
+
+bool nextListed(Listing* listing, ListedFile* file) {
+  for (;;) {
+    if (!listing->pending && !FindNextFileA(listing->search, &listing->found)) return false;
+    listing->pending = false;
+    const WIN32_FIND_DATAA& found = listing->found;
+    if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) continue;
+    copyName(found.cFileName, file->name, sizeof file->name);
+    const bool hasShort = found.cAlternateFileName[0] != '\0';
+    copyName(hasShort ? found.cAlternateFileName : found.cFileName, file->shortName,
+             sizeof file->shortName);
+    file->modified = modificationDate(found.ftLastWriteTime);
+    return true;
+  }
+}
+
+void closeListing(Listing* listing) {
+  if (listing == nullptr) return;
+  FindClose(listing->search);
+  release(listing);
+}
+
+void shortFileName(const char* path, char* name, uint64_t nameSize) {
+  char shortPath[kPathSize];
+  const DWORD length = GetShortPathNameA(path, shortPath, sizeof shortPath);
+  const char* full = length > 0 && length < sizeof shortPath ? shortPath : path;
+  const char* last = full;
+  for (const char* p = full; *p != '\0'; ++p) {
+    if (*p == '\\' || *p == '/' || *p == ':') last = p + 1;
+  }
+  copyName(last, name, nameSize);
+}
+
+}  // namespace qx
