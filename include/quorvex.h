@@ -300,6 +300,191 @@ typedef struct qxOptVar {
 /* ---- Records: graphs --------------------------------------------------------------------------
  */
 
+/** Chart styles: how each shown bar of a chart is drawn. */
+enum {
+  QX_CHART_NONE = 0,      /**< nothing; a chart that only carries a scale */
+  QX_CHART_HLC = 1,       /**< high-low line with a close tick */
+  QX_CHART_OHLC = 2,      /**< as above, with an open tick */
+  QX_CHART_CANDLE = 3,    /**< candlestick */
+  QX_CHART_TRADES = 4,    /**< arrows from a trade-marker series, see qxCreateTradeGraph */
+  QX_CHART_LINE = 5,      /**< a line through the values that are not 0 */
+  QX_CHART_MARKER = 6,    /**< a small square around each value */
+  QX_CHART_HISTOGRAM = 7, /**< a rectangle from each value to the base */
+  QX_CHART_AREA = 8,      /**< the filled area between the values and the base */
+  QX_CHART_STEP = 9       /**< a line in steps through the values that are not 0 */
+};
+
+/** Scale flags of a chart, to be combined. */
+enum { QX_SCALE_LOG = 1, QX_SCALE_INVERTED = 2 };
+
+/** Modes of a scale's minimum and maximum; any value but the two last keeps the stored one. */
+enum { QX_SCALE_KEEP = 0, QX_SCALE_SHOWN = 1, QX_SCALE_WHOLE = 2 };
+
+/** Kinds of shape. */
+enum { QX_SHAPE_SEGMENT = 1, QX_SHAPE_RECTANGLE = 2, QX_SHAPE_ELLIPSE = 3 };
+
+/** Pen styles, those of the Windows graphics interface. */
+enum {
+  QX_PEN_SOLID = 0,
+  QX_PEN_DASH = 1,
+  QX_PEN_DOT = 2,
+  QX_PEN_DASH_DOT = 3,
+  QX_PEN_DASH_DOT_DOT = 4,
+  QX_PEN_NULL = 5,
+  QX_PEN_INSIDE_FRAME = 6
+};
+
+/** What lies under a point; the first three are also the kinds that can be selected. */
+enum {
+  QX_HIT_NOTHING = 0,
+  QX_HIT_CHART = 1,
+  QX_HIT_LINE = 2,
+  QX_HIT_SHAPE = 3,
+  QX_HIT_BARS = 4,   /**< the bar area, on no element */
+  QX_HIT_BORDER = 5, /**< the gap between two panes */
+  QX_HIT_TITLE = 6,  /**< a pane's title strip */
+  QX_HIT_HEADER = 7,
+  QX_HIT_FOOTER = 8,
+  QX_HIT_DATES = 9 /**< the date-axis strip */
+};
+
+/** A rectangle in device units (16 bytes); the right and bottom edges lie outside it. */
+typedef struct qxRect {
+  int32_t left;
+  int32_t top;
+  int32_t right;
+  int32_t bottom;
+} qxRect;
+
+/** One price chart or indicator line of a pane (628 bytes). Its series and bars are copies of the
+ * caller's records, whose values stay the caller's and must outlive the graph's use of them. */
+typedef struct qxGraphChart {
+  int32_t style;      /**< QX_CHART_... */
+  int32_t scaleflags; /**< QX_SCALE_LOG, QX_SCALE_INVERTED */
+  int32_t minmode;    /**< where the scale's minimum comes from, QX_SCALE_... */
+  int32_t maxmode;    /**< where the scale's maximum comes from, QX_SCALE_... */
+  double maximum;     /**< top of the scale; painting stores what it finds */
+  double minimum;     /**< bottom of the scale */
+  int32_t scalechart; /**< chart of the same pane whose scale this one shares */
+  uint32_t colour;    /**< colours are 0x00BBGGRR */
+  uint32_t colour2;
+  uint32_t colour3;
+  int32_t penwidth; /**< pixels */
+  int32_t penstyle; /**< QX_PEN_..., or the 4 x 4 fill pattern of histograms and areas */
+  int32_t selected; /**< 1 when marked as selected */
+  qxArray series;   /**< the values, or the closes of the bars */
+  qxBars bars;      /**< the bars, may be empty for styles 5 to 9 */
+} qxGraphChart;
+
+/** A horizontal line at a price (28 bytes). */
+typedef struct qxGraphLine {
+  int32_t chart;    /**< chart of the same pane whose scale places it */
+  double price;     /**< value at which it stands */
+  int32_t colour;   /**< 0x00BBGGRR */
+  int32_t penwidth; /**< pixels */
+  int32_t penstyle; /**< QX_PEN_... */
+  int32_t selected; /**< 1 when marked as selected */
+} qxGraphLine;
+
+/** A shape between two points (56 bytes): x is a bar position, with fractions, and y a value. */
+typedef struct qxGraphShape {
+  int32_t chart; /**< chart of the same pane whose scale places it */
+  int32_t kind;  /**< QX_SHAPE_... */
+  double x1;     /**< never above x2 when added by qxGraphShapeAdd */
+  double y1;
+  double x2;
+  double y2;
+  int32_t colour;   /**< 0x00BBGGRR */
+  int32_t penwidth; /**< pixels */
+  int32_t penstyle; /**< QX_PEN_... */
+  int32_t selected; /**< 1 when marked as selected */
+} qxGraphShape;
+
+/** One pane of a graph (364 bytes). */
+typedef struct qxGraphSubwin {
+  qxRect pane;         /**< set by painting, title strip included */
+  int32_t height;      /**< share of the height, relative to the other panes'; 0 hides the pane */
+  uint32_t background; /**< colour behind the charts */
+  char title[256];     /**< text of the title strip */
+  int32_t titleshown;  /**< non-zero: the title strip is on */
+  int32_t axischart;   /**< chart whose scale the first value axis shows */
+  uint32_t gridcolour; /**< grid of the first value axis */
+  int32_t gridwidth;   /**< pixels; 0 for no grid */
+  int32_t gridstyle;   /**< QX_PEN_... */
+  int32_t axischart2;  /**< chart whose scale the second value axis shows */
+  uint32_t gridcolour2;
+  int32_t gridwidth2;
+  int32_t gridstyle2;
+  qxGraphChart* charts; /**< growable array of charts */
+  int32_t chartcap;     /**< charts allocated */
+  int32_t chartcount;   /**< charts in use */
+  qxGraphLine* lines;   /**< growable array of lines */
+  int32_t linecap;
+  int32_t linecount;
+  qxGraphShape* shapes; /**< growable array of shapes */
+  int32_t shapecap;
+  int32_t shapecount;
+} qxGraphSubwin;
+
+/** One chart picture (620 bytes): a stack of panes and what they have in common. */
+typedef struct qxGraph {
+  int32_t initialised;   /**< 1 after qxGraphInit */
+  int32_t barwidth;      /**< pixels for each bar, initially 4 */
+  int32_t firstshown;    /**< first bar in view */
+  int32_t lastshown;     /**< last bar in view */
+  qxRect area;           /**< drawing area; all 0: painting takes it from the device */
+  qxRect headerarea;     /**< header strip, set by painting like the four below */
+  qxRect footerarea;     /**< footer strip */
+  qxRect datearea;       /**< date-axis strip */
+  qxRect valuearea;      /**< value-axis strip */
+  qxRect bararea;        /**< where the bars are; its left edge is that of the first shown bar */
+  uint32_t background;   /**< colours are 0x00BBGGRR */
+  uint32_t fill;         /**< brush colour */
+  int32_t axisshown;     /**< value axis shown, initially 1 */
+  int32_t axisshown2;    /**< second value axis shown, initially 1 */
+  int32_t hgap;          /**< horizontal gap around panes in pixels, initially 2 */
+  int32_t vgap;          /**< vertical gap between panes in pixels, initially 2 */
+  char axisface[32];     /**< font face of the axes */
+  float axissize;        /**< font size in points, initially 8 */
+  int32_t axisreserved;  /**< 0 */
+  uint32_t axiscolour;   /**< axis texts and pen */
+  int32_t ticklength;    /**< pixels, initially 6 */
+  int32_t datesshown;    /**< date axis shown, initially 1 */
+  int32_t gridwidth;     /**< pen width of the vertical grid, 0 for no grid; initially 1 */
+  int32_t gridstyle;     /**< QX_PEN_..., initially dotted */
+  uint32_t gridcolour;   /**< vertical grid */
+  char titleface[32];    /**< second font: titles and scales */
+  float titlesize;       /**< font size in points, initially 8 */
+  int32_t titlereserved; /**< 0 */
+  uint32_t titlecolour;  /**< second text colour and pen of scale lines */
+  char headertext[256];
+  uint32_t headerback;    /**< background of the header */
+  char headerface[32];    /**< font face of the header */
+  float headersize;       /**< font size in points, initially 8 */
+  int32_t headerreserved; /**< 0 */
+  uint32_t headercolour;  /**< text of the header */
+  int32_t headershown;    /**< header and footer shown, initially 1 */
+  int32_t titleheight;    /**< title-strip height in pixels; 0: painting sets it from the font */
+  uint32_t footerback;    /**< background of the footer */
+  char footerface[32];    /**< font face of the footer */
+  float footersize;       /**< font size in points, initially 8 */
+  int32_t footerreserved; /**< 0 */
+  uint32_t footercolour;  /**< text of the footer */
+  qxGraphSubwin* subwins; /**< growable array of panes, from top to bottom */
+  int32_t subwincap;      /**< panes allocated */
+  int32_t subwincount;    /**< panes in use */
+} qxGraph;
+
+/** The answer of qxGraphGetXYinfo (40 bytes). */
+typedef struct qxGraphInfo {
+  int32_t subwin;  /**< pane under the point */
+  int32_t element; /**< index of the chart, line or shape */
+  int32_t kind;    /**< QX_HIT_... */
+  int32_t x;       /**< x of the bar under the point, snapped to the bar's line */
+  double bar;      /**< bar position of the point, with fractions */
+  int32_t reserved[4];
+} qxGraphInfo;
+
 #pragma pack(pop)
 
 /* ---- Series and bar records -------------------------------------------------------------------
@@ -592,14 +777,218 @@ QX_API int32_t qxTXTread(qxBars* bars, const char* folder, const char* file, con
 /* ---- Graph model
  * ---------------------------------------------------------------------------------- */
 
+/** Clears the record and sets the defaults: bar width 4, fonts "Arial" of 8 points, the system's
+ * colours, header "Quorvex". Also reads the month names of the date axis from the user's locale.
+ * Arrays that the record held are not released: use qxGraphFree on a graph in use. Null is ignored.
+ */
+QX_API void qxGraphInit(qxGraph* graph);
+
+/** Releases the panes with their charts, lines and shapes and clears the record. The series and
+ * bars shown stay the caller's. Null and a graph that is not initialised are ignored. */
+QX_API void qxGraphFree(qxGraph* graph);
+
+/** Makes sure that pane `index` exists; -1 means a new one after the last. All panes up to it are
+ * created: the first with height share 100 and the graph's background, each other with the height,
+ * colours and grid pens of the one before. An existing pane is left alone. A graph that is not
+ * initialised is initialised first, here and in every other Add. QX_ERR_MALLOC when the array
+ * cannot grow, or at an index of 5899680 or more; the panes before it stay. */
+QX_API int32_t qxGraphSubwinAdd(qxGraph* graph, int32_t index);
+
+/** Removes a pane with all that it holds; -1 means the last. The later ones move up by one. */
+QX_API int32_t qxGraphSubwinRemove(qxGraph* graph, int32_t index);
+
+/** Moves pane `from` to place `to`; those between shift by one toward the gap. Equal places return
+ * QX_SUCCESS whatever the graph holds. */
+QX_API int32_t qxGraphSubwinOrder(qxGraph* graph, int32_t from, int32_t to);
+
+/** Adds a chart to a pane or replaces one. The record holds copies of `series` and `bars`, not
+ * their values, which must live as long as the graph shows them.
+ * @param subwin      pane, created when missing; -1: a new pane
+ * @param chart       place in the pane, at most the number of charts; -1: a new chart at the end
+ * @param scaleFlags  QX_SCALE_LOG and QX_SCALE_INVERTED, combined
+ * @param minMode     QX_SCALE_SHOWN: painting finds the minimum over the bars in view;
+ *                    QX_SCALE_WHOLE: over the whole series; otherwise `minimum` is kept
+ * @param maxMode     the same for the maximum
+ * @param scaleChart  chart of the pane whose scale is shared; the chart's own index for its own.
+ *                    Not checked: a missing chart means the chart itself
+ * @param series      values to draw; empty: the closes of `bars` are drawn. Must not be empty for
+ *                    QX_CHART_TRADES
+ * @param bars        bars behind the chart; may be empty, but not for styles 1 to 4
+ * @param style       QX_CHART_...
+ * @param colour      0x00BBGGRR, with two more colours whose use depends on the style
+ * @param penWidth    pixels
+ * @param penStyle    QX_PEN_..., for QX_CHART_HISTOGRAM and QX_CHART_AREA a 4 x 4 fill pattern
+ * @param selected    1 to mark the chart as selected
+ * The first chart of a graph whose first and last shown bars are equal brings all its bars into
+ * view. QX_ERR_INVALID_PARM with nothing changed for null or empty input and bad indexes;
+ * QX_ERR_MALLOC when an array cannot grow. */
+QX_API int32_t qxGraphChartAdd(qxGraph* graph, int32_t subwin, int32_t chart, int32_t scaleFlags,
+                               int32_t minMode, int32_t maxMode, double minimum, double maximum,
+                               int32_t scaleChart, const qxArray* series, const qxBars* bars,
+                               int32_t style, uint32_t colour, uint32_t colour2, uint32_t colour3,
+                               int32_t penWidth, int32_t penStyle, int32_t selected);
+
+/** Removes a chart; -1 means the last pane or chart. When other charts share its scale, the first
+ * of them carries the scale on; else the first chart with the same scale flags, modes, minimum and
+ * maximum does. Lines, shapes and value axes of the removed chart go over to that heir. Without an
+ * heir the lines and shapes are removed and the axes show chart 0. References to later charts
+ * follow them to their new places. */
+QX_API int32_t qxGraphChartRemove(qxGraph* graph, int32_t subwin, int32_t chart);
+
+/** Adds a horizontal line at `price` or replaces one. Pane -1 is a new pane, line -1 a new line; a
+ * missing pane is created.
+ * @param chart     chart of the pane whose scale places the line, not checked
+ * @param price     value at which it stands
+ * @param colour    0x00BBGGRR
+ * @param penWidth  pixels
+ * @param penStyle  QX_PEN_...
+ * @param selected  1 to mark the line as selected
+ * QX_ERR_INVALID_PARM with nothing changed when `line` is above the number of lines; QX_ERR_MALLOC
+ * when an array cannot grow. */
+QX_API int32_t qxGraphLineAdd(qxGraph* graph, int32_t subwin, int32_t line, int32_t chart,
+                              double price, int32_t colour, int32_t penWidth, int32_t penStyle,
+                              int32_t selected);
+
+/** Removes a line; -1 means the last pane or line. */
+QX_API int32_t qxGraphLineRemove(qxGraph* graph, int32_t subwin, int32_t line);
+
+/** Adds a shape or replaces one, as qxGraphLineAdd does with lines.
+ * @param kind           QX_SHAPE_...
+ * @param x1,y1,x2,y2    two opposite points: x a bar position, y a value. Unless x2 is greater than
+ *                       x1 the two points are swapped, also when the two are equal */
+QX_API int32_t qxGraphShapeAdd(qxGraph* graph, int32_t subwin, int32_t shape, int32_t chart,
+                               int32_t kind, double x1, double y1, double x2, double y2,
+                               int32_t colour, int32_t penWidth, int32_t penStyle,
+                               int32_t selected);
+
+/** Removes a shape; -1 means the last pane or shape. */
+QX_API int32_t qxGraphShapeRemove(qxGraph* graph, int32_t subwin, int32_t shape);
+
+/** Sets the margins by which painting pads a scale at its top and bottom, in pixels, for all
+ * graphs of the process: scales found from bars (initially 2) and from series (initially 1).
+ * Returns the series margin. */
+QX_API int32_t qxGraphSetSubwinMargins(int32_t barMargin, int32_t seriesMargin);
+
+/** Copies a pane's record out; -1 means the last. The copy holds the addresses of the pane's
+ * arrays, not the arrays. On a bad index the record is cleared: QX_ERR_INVALID_PARM. */
+QX_API int32_t qxGraphGetSubwin(const qxGraph* graph, qxGraphSubwin* record, int32_t subwin);
+
+/** Stores a pane's record whole, the addresses and counts of its arrays included: the record must
+ * come from qxGraphGetSubwin after the last Add or Remove of that pane. */
+QX_API int32_t qxGraphSetSubwin(qxGraph* graph, const qxGraphSubwin* record, int32_t subwin);
+
+/** Copy one element's record out of a graph; every index may be -1 for the last. On a bad index the
+ * record is cleared: QX_ERR_INVALID_PARM. */
+QX_API int32_t qxGraphGetChart(const qxGraph* graph, qxGraphChart* record, int32_t subwin,
+                               int32_t chart);
+QX_API int32_t qxGraphGetLine(const qxGraph* graph, qxGraphLine* record, int32_t subwin,
+                              int32_t line);
+QX_API int32_t qxGraphGetShape(const qxGraph* graph, qxGraphShape* record, int32_t subwin,
+                               int32_t shape);
+
+/** Replace one element's record in a graph; every index may be -1 for the last. Set never appends:
+ * on a bad index nothing changes, QX_ERR_INVALID_PARM. */
+QX_API int32_t qxGraphSetChart(qxGraph* graph, const qxGraphChart* record, int32_t subwin,
+                               int32_t chart);
+QX_API int32_t qxGraphSetLine(qxGraph* graph, const qxGraphLine* record, int32_t subwin,
+                              int32_t line);
+QX_API int32_t qxGraphSetShape(qxGraph* graph, const qxGraphShape* record, int32_t subwin,
+                               int32_t shape);
+
+/** The same for the elements of a pane's record, as qxGraphGetSubwin gives it. */
+QX_API int32_t qxGraphSubwinGetChart(const qxGraphSubwin* subwin, qxGraphChart* record,
+                                     int32_t chart);
+QX_API int32_t qxGraphSubwinSetChart(qxGraphSubwin* subwin, const qxGraphChart* record,
+                                     int32_t chart);
+QX_API int32_t qxGraphSubwinGetLine(const qxGraphSubwin* subwin, qxGraphLine* record, int32_t line);
+QX_API int32_t qxGraphSubwinSetLine(qxGraphSubwin* subwin, const qxGraphLine* record, int32_t line);
+QX_API int32_t qxGraphSubwinGetShape(const qxGraphSubwin* subwin, qxGraphShape* record,
+                                     int32_t shape);
+QX_API int32_t qxGraphSubwinSetShape(qxGraphSubwin* subwin, const qxGraphShape* record,
+                                     int32_t shape);
+
 /* ---- Graph scaling and hit test
  * ------------------------------------------------------------------- */
+
+/** Pixel position of a value at a bar, in the scale of a chart as painting left it:
+ *   y = bottom - d - 1 (inverted scale: top + d),
+ *   d = floor((value - minimum) * ((bottom - top - 1) / (maximum - minimum)) + 0.5),
+ * with base-10 logarithms of the three values on a logarithmic scale; 0 when the scale has no span.
+ *   x = floor((bar - first) * width + left + inset + 1.5),
+ * where `first` is the last shown bar less the n bars that fit (not below 0), n = (right - left) /
+ * width - 1, and the inset is width / 2 - 1 within 1..10.
+ * Returns 0 when the point is in view, 1 when its bar is not (outside first .. the larger of the
+ * last shown bar and n), 2 when y is above the pane or below its bottom, 3 when neither is.
+ * QX_ERR_INVALID_PARM, with x and y unwritten, when the graph is not initialised or an index is
+ * bad. */
+QX_API int32_t qxGraphGetXYpos(const qxGraph* graph, int32_t subwin, int32_t chart, int32_t bar,
+                               double value, int32_t* x, int32_t* y);
+
+/** What lies under a point of a painted graph. Shapes are in front, then the charts from the last
+ * to the first, then the lines; each is hit where it is drawn.
+ * @param deviceContext  not used, may be null
+ * @param x,y            device units
+ * @param result         the answer: kind, pane, element; in the bar area and the date strip also
+ * the bar position of the point, firstshown + (x - left - 1) / width (less 1 at bar width 1), and
+ * the x of that bar's line. In the value-axis strip and between the strips these are those of the
+ * first shown bar; in header and footer and outside the drawing area they are 0 Always returns 0,
+ * except QX_ERR_INVALID_PARM for null records. */
+QX_API int32_t qxGraphGetXYinfo(const qxGraph* graph, void* deviceContext, int32_t x, int32_t y,
+                                qxGraphInfo* result);
+
+/** Marks one element as selected.
+ * @param kind  QX_HIT_CHART, QX_HIT_LINE or QX_HIT_SHAPE
+ * @param keep  0: all other selections of the graph are cleared first
+ * Returns 1 when any mark changed, so that the graph must be painted again, else 0. A bad index
+ * marks nothing, but still clears when asked. */
+QX_API int32_t qxGraphSelectObject(qxGraph* graph, int32_t subwin, int32_t index, int32_t kind,
+                                   int32_t keep);
 
 /* ---- Graph painting
  * ------------------------------------------------------------------------------- */
 
+QX_API int32_t qxGraphPaint(qxGraph* graph, void* deviceContext);
+QX_API void* qxGraphPaintPicture(qxGraph* graph);
+QX_API int32_t qxGraphRefreshHeadFoot(qxGraph* graph, void* deviceContext);
+QX_API int32_t qxGraphPaintSVG(qxGraph* graph, const char* fileName);
+
 /* ---- Point and figure
  * ----------------------------------------------------------------------------- */
+
+/** Point-and-figure columns from closing prices. A column of boxes rises or falls until the close
+ * moves `reversal` boxes against it; then the next column opens one box beyond the extreme.
+ * @param bars      input
+ * @param columns   output, zero-filled before: one bar per column. date: that of the bar that
+ * opened the column; open: its first box, 0 in the first column; high and low: its extremes; close:
+ * its end, the low of a falling and the high of a rising column; volume: its boxes, floor((high -
+ * low + box) / box), 0 in the last column; openint: +1.0 rising (X), -1.0 falling (O)
+ * @param map       output, zero-filled before: for every input bar the index of its column
+ * @param box       size of a box in price units, above 0
+ * @param reversal  boxes of a reversal, above 0
+ * @param start     the bars up to and including it are skipped; the first direction is that of the
+ *                  first close at least one box away from the close at `start`
+ * QX_ERR_INVALID_PARM with nothing allocated for bad arguments or a start at or past the last bar;
+ * QX_ERR_INVALID_PARM with both outputs allocated when no direction is found; QX_ERR_MALLOC. Both
+ * outputs are the caller's to free. After Victor de Villiers, The Point and Figure Method. */
+QX_API int32_t qxBars2PNF(const qxBars* bars, qxBars* columns, qxArray* map, double box,
+                          double reversal, int32_t start);
+
+/** As qxBars2PNF, from highs and lows: a rising column follows the highs until a low is `reversal`
+ * boxes below its high, a falling one the lows until a high is as far above its low. The first
+ * direction is rising after a bar a box above the first high with a low above the first low, and
+ * falling after the reverse. */
+QX_API int32_t qxBars2PNFhilo(const qxBars* bars, qxBars* columns, qxArray* map, double box,
+                              double reversal, int32_t start);
+
+/** Prints columns as a text chart: one line per box from the top down, the price of the box, then
+ * an X or an O for each column that covers it. Each line begins with a line break and none ends the
+ * file.
+ * @param columns   output of qxBars2PNF or qxBars2PNFhilo
+ * @param box       size of a box, as for the columns
+ * @param fileName  text file, written anew when `append` is 0 and otherwise extended
+ * QX_ERR_FILE_OPEN when the file cannot be opened; QX_ERR_INVALID_PARM without columns, or for a
+ * box that is not above 0 or too small to change a price of this size. */
+QX_API int32_t qxPNFchart(const qxBars* columns, double box, const char* fileName, int32_t append);
 
 #ifdef __cplusplus
 }
