@@ -731,8 +731,65 @@ QX_API int32_t qxATR(const qxBars* bars, qxArray* out, int32_t period, int32_t s
 /* ---- Bar formations and crossovers -------------------------------------------------------------
  */
 
+/*
+ * Formation tests compare bar `index` with the bar before it and return 1 (bullish), -1 (bearish)
+ * or 0 (none). Every comparison is strict, so equal prices never make a formation. They return 0 at
+ * bar 0, outside the bars and for a null set. Below, h, l and c are high, low and close of the bar,
+ * h', l' and c' those of the bar before it.
+ */
+
+/** Closing price reversal, an outside bar (h > h', l' > l) that closes beyond the bar before it:
+ * 1 when c > h', -1 when l' > c. */
+QX_API int32_t qxCPR(const qxBars* bars, int32_t index);
+
+/** Gap between two bars: 1 when l > h', -1 when l' > h. */
+QX_API int32_t qxGap(const qxBars* bars, int32_t index);
+
+/** One-bar island: 1 after a gap down (l' > h) with c > l + 0.7 (h - l), a close in the upper 30 %
+ * of the range; -1 after a gap up (l > h') with h - 0.7 (h - l) > c. */
+QX_API int32_t qxIslandReversal(const qxBars* bars, int32_t index);
+
+/** Inside bar: 1 when h' > h and l > l'. Never -1. */
+QX_API int32_t qxInsideBar(const qxBars* bars, int32_t index);
+
+/** Key reversal: 1 when l' > l and c > c'; otherwise -1 when h > h' and c' > c. */
+QX_API int32_t qxKeyReversal(const qxBars* bars, int32_t index);
+
+/** Outside bar: 1 when h > h' and l' > l. Never -1. */
+QX_API int32_t qxOutsideBar(const qxBars* bars, int32_t index);
+
+/** Runs a formation test over the bars `first` to `last`, both included and limited to the bars,
+ * and writes 1.0, -1.0 or 0.0 for each. The output is cleared first; its first valid index becomes
+ * `first`.
+ *
+ * `name` is, in any letter case, "qxCPR", "qxGap", "qxGapDown" (1 when l' > h), "qxGapUp" (1 when
+ * l > h'), "qxIslandReversal", "qxInsideBar", "qxKeyReversal" or "qxOutsideBar".
+ *
+ * Returns the number of bars with a result other than 0; 0 when `first` is above `last`. An unknown
+ * name gives QX_ERR_INVALID_PARM after the output has been cleared. */
+QX_API int32_t qxFormationFill(const qxBars* bars, qxArray* out, const char* name, int32_t first,
+                               int32_t last);
+
+/** Crossover of two series at `index`: 1 when a[i] >= b[i] and a[i-1] < b[i-1], so that touching
+ * from below counts; otherwise -1 when a[i] <= b[i] and a[i-1] > b[i-1]; otherwise 0. 0 at index 0,
+ * outside either series and for a null record. */
+QX_API int32_t qxCrossOver(const qxArray* a, const qxArray* b, int32_t index);
+
+/** Writes qxCrossOver for the indexes from s + 1 up to but not including `last` (compare
+ * qxTurnFill), limited to the series; every other element is 0.0. s is `first` raised to the first
+ * valid index of both series, and becomes that of the output. Returns QX_SUCCESS, not a count. */
 QX_API int32_t qxCrossOverFill(const qxArray* a, const qxArray* b, qxArray* out, int32_t first,
                                int32_t last);
+
+/** Turn of a series seen at `index`: 1 when element i - 1 is a trough (below both neighbours), -1
+ * when it is a peak (above both), otherwise 0. 0 below index 2, outside the series and for a null
+ * record. */
+QX_API int32_t qxTurn(const qxArray* array, int32_t index);
+
+/** Writes qxTurn for the indexes from s + 2 up to and including `last`, limited to the series;
+ * every other element is 0.0. s is `first` raised to the input's first valid index, and becomes
+ * that of the output. Returns QX_SUCCESS, not a count. */
+QX_API int32_t qxTurnFill(const qxArray* in, qxArray* out, int32_t first, int32_t last);
 
 /* ---- Candles -----------------------------------------------------------------------------------
  */
