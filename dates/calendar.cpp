@@ -72,9 +72,13 @@ void qxSet2DigitYearCutoff(int32_t cutoff) {
   if (cutoff >= 0 && cutoff <= 99) qx::twoDigitYearCutoff = cutoff;
 }
 
-int32_t qxIsLeapYear(int32_t year) { return qx::isLeap(qx::expandYear(year)) ? 1 : 0; }
+int32_t qxIsLeapYear(int32_t year) {
+  return qx::isLeap(qx::expandYear(year)) ? 1 : 0;
+}
 
-double qxYearToDays(int32_t year) { return static_cast<double>(qx::yearToDays(year)); }
+double qxYearToDays(int32_t year) {
+  return static_cast<double>(qx::yearToDays(year));
+}
 
 double qxYMDtoDate(int32_t year, int32_t month, int32_t day, int32_t hour, int32_t minute,
                    int32_t second) {
@@ -108,8 +112,8 @@ void qxDateToYMD(double date, int32_t* year, int32_t* month, int32_t* day, int32
   if (year == nullptr && month == nullptr && day == nullptr) return;
 
   const int64_t days = qx::wholeDays(date);
-  auto y = static_cast<int64_t>(
-      std::floor(static_cast<double>(days + qx::kDaysToEpoch) / 365.2425));
+  auto y =
+      static_cast<int64_t>(std::floor(static_cast<double>(days + qx::kDaysToEpoch) / 365.2425));
   while (days > qx::yearToDays(y)) ++y;
   qx::store(year, y);
   const int64_t dayOfYear = days - qx::yearToDays(y - 1);

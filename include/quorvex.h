@@ -593,31 +593,127 @@ QX_API int32_t qxMStoIEEE(const void* source, void* destination);
 /* ---- Calendar ---------------------------------------------------------------------------------
  */
 
+/*
+ * A date number is a double: whole days since 30 December 1899 (31 December 1899 is 1, 1 January
+ * 1900 is 2) on the proleptic Gregorian calendar, plus the time of day as a fraction of 86,400
+ * seconds. Below day 0 the time is subtracted, so that the fraction's magnitude is still the time
+ * of day. A number in [0, 1) is a pure time; 0.0 stands for "no date" where a date may be absent.
+ *
+ * Two-digit years: wherever a function takes a year, a year below 100 (negative ones included)
+ * means 2000 + year when it is below the cutoff (initially 20), else 1900 + year. So 19 is 2019 and
+ * 20 is 1920. Years 1 to 100 of the calendar cannot be named.
+ */
+
+/** Sets the library-wide cutoff of two-digit years. Values outside 0 to 99 are ignored. */
 QX_API void qxSet2DigitYearCutoff(int32_t cutoff);
+
+/** 1 when the year is a leap year of the Gregorian calendar, else 0. Two-digit years are expanded.
+ */
 QX_API int32_t qxIsLeapYear(int32_t year);
+
+/** Date number of 31 December of a year: 365 y + y / 4 - y / 100 + y / 400 - 693594 with divisions
+ * truncated toward zero, y being the year after the two-digit rule. qxYearToDays(1899) is 1. */
 QX_API double qxYearToDays(int32_t year);
+
+/** Date number of a calendar date and time of day. Year, month and day all 0 give a pure time.
+ * 0.0 when qxDateValidate refuses the parts; 30 December 1899, 0:00, is 0.0 too. The year 100 is
+ * counted like 2000. */
 QX_API double qxYMDtoDate(int32_t year, int32_t month, int32_t day, int32_t hour, int32_t minute,
                           int32_t second);
+
+/** Date number of a date written as one decimal number YYMMDD, YYYMMDD or YYYYMMDD. A year of 100
+ * to 1899 counts from 1900, so 1000101 is 1 January 2000; a year below 100 follows the two-digit
+ * rule. 0.0 when it is no date. */
 QX_API double qxNumToDate(int32_t number);
+
+/** Time fraction of a time of day written as one decimal number HHMMSS; 0.0 when it is no time. */
 QX_API double qxNumToTime(int32_t number);
+
+/** Splits a date number. Each address may be null.
+ *
+ * The second of the day is rounded up without tolerance, ceil(|fraction| * 86400): a fraction a
+ * hair above a whole second reads as the next one, and a fraction next to 1 gives hour 24 of the
+ * same day. Date numbers before the year 101 give no meaningful date; month and day may then be
+ * left unwritten. */
 QX_API void qxDateToYMD(double date, int32_t* year, int32_t* month, int32_t* day, int32_t* hour,
                         int32_t* minute, int32_t* second);
+
+/** One part of a date number as qxDateToYMD splits it. The first letter of `part`, in any case,
+ * selects it: D day, H hour, M month, N minute, S second, Y year. Any other gives 0. */
 QX_API int32_t qxDatePart(const char* part, double date);
+
+/** Difference, second minus first. The first letter of `unit`, in any case: D counts whole days
+ * between the two days, times ignored; S counts the seconds between the two times of day (each
+ * rounded up as in qxDateToYMD), days ignored. Any other gives 0. Saturates at 32 bits. */
 QX_API int32_t qxDateDiff(const char* unit, double first, double second);
+
+/** Day of the week: 0 Monday to 6 Sunday. Dates before the year 1 give 0 or a negative number. */
 QX_API int32_t qxDayOfWeek(double date);
+
+/** 1 when the parts name a day of the calendar (any year, months and days checked, two-digit years
+ * expanded) or are all 0 for a pure time, and the time lies in 0:00:00 to 23:59:59; else 0. */
 QX_API int32_t qxDateValidate(int32_t year, int32_t month, int32_t day, int32_t hour,
                               int32_t minute, int32_t second);
 
 /* ---- Date and time strings --------------------------------------------------------------------
  */
 
+/*
+ * A date order says which part of a numeric date comes first: QX_ORDER_YMD, QX_ORDER_MDY or
+ * QX_ORDER_DMY. Any other order counts as QX_ORDER_YMD.
+ *
+ * How a date text is read. It is cut into at most 8 fields of at most 8 characters: runs of letters
+ * and runs of digits, everything else separating. (A text that begins with a separator has an empty
+ * first field.) Fields 1 to 3 are the date in the given order, 4 to 6 hour, minute and second; a
+ * field's leading digits count, none give 0. A month may be named in English, by its first three
+ * letters or more. Years follow the two-digit rule. A last field that begins with P, after the
+ * date, adds 12 to an hour below 12; a morning marker changes nothing, so 12:30 AM is 12:30.
+ *
+ * Compact forms: a text of one field is YYMMDD or YYYYMMDD, MMDDYY or MMDDYYYY, DDMMYY or DDMMYYYY;
+ * a second field, if it is the last, is HHMMSS.
+ */
+
+/** Sets the library-wide default date order (initially QX_ORDER_YMD), in which reports and listings
+ * print dates: yyyy/mm/dd, mm/dd/yyyy or dd/mm/yyyy. Other values are ignored. */
 QX_API void qxSetDefaultDateFormat(int32_t order);
+
+/** Reads a date text, with or without time. The parts are stored (each address may be null) whether
+ * or not they are valid. Returns 1 when qxDateValidate accepts them, else 0. */
 QX_API int32_t qxDateStrToYMD(const char* text, int32_t order, int32_t* year, int32_t* month,
                               int32_t* day, int32_t* hour, int32_t* minute, int32_t* second);
+
+/** 1 when qxDateStrToYMD accepts the text, else 0. */
 QX_API int32_t qxDateStrValidate(const char* text, int32_t order);
+
+/** Date number of a date text, or 0.0 when qxDateStrToYMD does not accept it. */
 QX_API double qxDateStrToDate(const char* text, int32_t order);
+
+/** Reads a time text: up to three numbers (hour, minute, second) from the first digit on, missing
+ * ones 0. A number ends after two digits or at any other character; of two separators in a row the
+ * second ends an empty number, so "9: 30" is 9:00:30. A letter P anywhere adds 12 to an hour below
+ * 12. The parts are stored (each address may be null) whether or not they are valid. Returns 1 when
+ * they are a time of day, else 0; a text without digits is 0:00:00 and valid. */
 QX_API int32_t qxTimeStrToHMS(const char* text, int32_t* hour, int32_t* minute, int32_t* second);
+
+/** Time fraction of a time text, or 0.0 when qxTimeStrToHMS does not accept it. */
 QX_API double qxTimeStrToTime(const char* text);
+
+/** Writes a date number as text under a picture, zero-terminated, and returns the number of
+ * characters. In the picture, in any case, a run of one letter being one token:
+ *
+ *     d     day           one letter without a leading zero, two or more with it (so for h m n s)
+ *     h     hour          1 to 12 when the picture holds an A anywhere, else 0 to 23
+ *     m     month         but the minute when an h has occurred since the last m or n
+ *     n     minute
+ *     s     second
+ *     y     year          exactly four letters print the whole year, else its last two digits
+ *     a     AM or PM      spelled out in the picture: A/P, AM/PM or any such three or five
+ *                         characters that begin with A; the part before or after the slash
+ *
+ * Other characters are copied. qxFormatDate(36586.75, "mm/dd/yyyy h:nn AM/PM", out) writes
+ * 03/01/2000 6:00 PM. The length of `output` is not passed: it needs 2 characters for each token,
+ * 11 for a year of four letters, one for each other character and the terminator; 64 are enough for
+ * every picture that the library itself uses. */
 QX_API int32_t qxFormatDate(double date, const char* picture, char* output);
 
 /* ---- Julian text dates ------------------------------------------------------------------------
