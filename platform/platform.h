@@ -35,6 +35,21 @@ void closeListing(Listing* listing);
 // The 8.3 name of an existing file without its folder, or its plain name where there is none.
 void shortFileName(const char* path, char* name, uint64_t nameSize);
 
+// A system colour (0x00BBGGRR) by its Windows index; without windows the classic one.
+uint32_t systemColour(int32_t index);
+
+// The months in words, full and cut to three characters.
+struct MonthNames {
+  char full[12][32];
+  char abbreviated[12][4];
+};
+
+// Reads the month names of the user's locale; without locales the names are left alone.
+void readMonthNames(MonthNames* names);
+
+// Horizontal dots per inch of a device context, 96 for null and where there are none.
+int32_t dotsPerInch(void* deviceContext);
+
 }  // namespace qx
 
 #endif  // QUORVEX_PLATFORM_PLATFORM_H

@@ -108,4 +108,25 @@ void shortFileName(const char* path, char* name, uint64_t nameSize) {
   copyName(last, name, nameSize);
 }
 
+uint32_t systemColour(int32_t index) {
+  switch (index) {
+    case 3:   // inactive caption
+    case 17:  // grey text
+      return 0x7F7F7F;
+    case 5:  // window background
+      return 0xFFFFFF;
+    case 15:  // button face
+    case 19:  // inactive caption text
+      return 0xC0C0C0;
+    default:  // texts
+      return 0x000000;
+  }
+}
+
+void readMonthNames(MonthNames*) {}
+
+int32_t dotsPerInch(void*) {
+  return 96;
+}
+
 }  // namespace qx

@@ -99,4 +99,30 @@ void shortFileName(const char* path, char* name, uint64_t nameSize) {
   copyName(last, name, nameSize);
 }
 
+uint32_t systemColour(int32_t index) {
+  return GetSysColor(index);
+}
+
+void readMonthNames(MonthNames* names) {
+  SYSTEMTIME day = {};
+  day.wYear = 1999;
+  day.wDay = 1;
+  for (WORD month = 0; month < 12; ++month) {
+    day.wMonth = static_cast<WORD>(month + 1);
+    char text[128];
+    if (GetDateFormatA(LOCALE_USER_DEFAULT, 0, &day, "MMMM", text, sizeof text) > 0) {
+      copyName(text, names->full[month], sizeof names->full[month]);
+    }
+    if (GetDateFormatA(LOCALE_USER_DEFAULT, 0, &day, "MMM", text, sizeof text) > 0) {
+      copyName(text, names->abbreviated[month], sizeof names->abbreviated[month]);
+    }
+  }
+}
+
+int32_t dotsPerInch(void* deviceContext) {
+  if (deviceContext == nullptr) return 96;
+  const int dots = GetDeviceCaps(static_cast<HDC>(deviceContext), LOGPIXELSX);
+  return dots > 0 ? dots : 96;
+}
+
 }  // namespace qx
