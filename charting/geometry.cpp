@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "charting/graph_arrays.h"
 #include "core/indicator_frame.h"
 #include "core/numeric.h"
 
@@ -11,14 +12,6 @@ namespace qx {
 namespace {
 
 constexpr int32_t kMaxInset = 10;
-
-// A caller may store a pane's record with any counts, so none is trusted beyond its capacity.
-template <typename Element>
-std::span<Element> elements(Element* data, int32_t capacity, int32_t count) {
-  const int32_t held = std::min(capacity, count);
-  if (data == nullptr || held <= 0) return {};
-  return {data, static_cast<size_t>(held)};
-}
 
 double logarithm(double value) {
   return value == 0.0 ? 0.0 : std::log10(value);
@@ -31,16 +24,18 @@ bool hasSpan(double low, double high) {
 }  // namespace
 
 std::span<qxGraphSubwin> subwinsOf(const qxGraph& graph) {
-  return elements(graph.subwins, graph.subwincap, graph.subwincount);
+  const int32_t held = std::min(graph.subwincap, graph.subwincount);
+  if (graph.subwins == nullptr || held <= 0) return {};
+  return {graph.subwins, static_cast<size_t>(held)};
 }
 std::span<qxGraphChart> chartsOf(const qxGraphSubwin& subwin) {
-  return elements(subwin.charts, subwin.chartcap, subwin.chartcount);
+  return kCharts.in(subwin);
 }
 std::span<qxGraphLine> linesOf(const qxGraphSubwin& subwin) {
-  return elements(subwin.lines, subwin.linecap, subwin.linecount);
+  return kLines.in(subwin);
 }
 std::span<qxGraphShape> shapesOf(const qxGraphSubwin& subwin) {
-  return elements(subwin.shapes, subwin.shapecap, subwin.shapecount);
+  return kShapes.in(subwin);
 }
 
 bool isShown(const qxGraphSubwin& subwin) {

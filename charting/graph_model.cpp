@@ -127,12 +127,17 @@ int32_t qxGraphSubwinAdd(qxGraph* graph, int32_t index) {
   if (index >= qx::indexLimit<qxGraphSubwin>()) return QX_ERR_MALLOC;
 
   // The array grows as if the panes were added one at a time, so a jump never leaves it too short.
-  int32_t capacity = graph->subwins == nullptr ? 0 : std::max(graph->subwincap, 0);
+  const int32_t held = graph->subwins == nullptr ? 0 : std::max(graph->subwincap, 0);
+  int32_t capacity = held;
   for (int32_t i = count; i <= index; ++i) {
     capacity = qx::grownCapacity(capacity, i, qx::kSubwinStep);
   }
-  const int32_t status = qx::setCapacity(&graph->subwins, &graph->subwincap, capacity);
-  if (status != QX_SUCCESS) return status;
+  if (capacity > held) {
+    qxGraphSubwin* grown = qx::grownArray(graph->subwins, held, capacity);
+    if (grown == nullptr) return QX_ERR_MALLOC;
+    graph->subwins = grown;
+    graph->subwincap = capacity;
+  }
 
   for (int32_t i = count; i <= index; ++i) {
     qxGraphSubwin* pane = &graph->subwins[i];
@@ -152,7 +157,7 @@ int32_t qxGraphSubwinRemove(qxGraph* graph, int32_t index) {
   const auto panes = qx::subwinsOf(*graph);
   if (!qx::resolveIndex(&index, panes.size())) return QX_ERR_INVALID_PARM;
   releaseArrays(panes[static_cast<size_t>(index)]);
-  qx::removeElement(graph->subwins, &graph->subwincount, index);
+  graph->subwincount = qx::removeElement(panes, index);
   return QX_SUCCESS;
 }
 

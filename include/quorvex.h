@@ -943,8 +943,8 @@ QX_API void qxGraphFree(qxGraph* graph);
 /** Makes sure that pane `index` exists; -1 means a new one after the last. All panes up to it are
  * created: the first with height share 100 and the graph's background, each other with the height,
  * colours and grid pens of the one before. An existing pane is left alone. A graph that is not
- * initialised is initialised first, here and in every other Add. QX_ERR_MALLOC when the array
- * cannot grow, or at an index of 5899680 or more; the panes before it stay. */
+ * initialised is initialised first, here and in every other Add. QX_ERR_MALLOC, with no pane
+ * created, when the array cannot grow, and at an index of 5899680 or more. */
 QX_API int32_t qxGraphSubwinAdd(qxGraph* graph, int32_t index);
 
 /** Removes a pane with all that it holds; -1 means the last. The later ones move up by one. */
