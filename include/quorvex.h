@@ -818,11 +818,362 @@ QX_API int32_t qxATR(const qxBars* bars, qxArray* out, int32_t period, int32_t s
 /* ---- Volume and money flow ---------------------------------------------------------------------
  */
 
+/*
+ * Bar-set functions of this family begin at the caller's `start` unchanged: no first valid index of
+ * the input raises it. h, l, c, v and o below are high, low, close, volume and open interest of bar
+ * i, a prime marks the bar before. A bar is up when c > c' and down when c' > c. Elements before
+ * the first one computed are 0.0. Divisions without a stated guard follow IEEE arithmetic.
+ */
+
+/** On-balance volume: out[i] = out[i-1] + v on an up bar, - v on a down bar, unchanged otherwise,
+ * from 0 at `start`. First valid index start + 1.
+ * Source: Joseph Granville, New Key to Stock Market Profits. */
+QX_API int32_t qxOBV(const qxBars* bars, qxArray* out, int32_t start);
+
+/** On-balance volume over a range: the sum of + v on up bars and - v on down bars of the bars
+ * from + 1 to `to`, limited to the bars. from and to are not swapped; a negative `from` counts as
+ * 0. */
+QX_API double qxOBVol(const qxBars* bars, int32_t from, int32_t to);
+
+/** Moving on-balance volume: out[i] = qxOBVol(bars, i - period, i), the last `period` changes.
+ * First valid index start + period. A period of 0 gives zeros, a negative one
+ * QX_ERR_INVALID_PARM. */
+QX_API int32_t qxOBVolMv(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** On-balance open interest over a range: the open interest of bar `from`, plus o on up bars and
+ * minus o on down bars of the bars from + 1 to `to`, limited to the bars. from and to are not
+ * swapped; a negative `from` counts as 0. */
+QX_API double qxOBOi(const qxBars* bars, int32_t from, int32_t to);
+
+/** Moving on-balance open interest: out[i] = qxOBOi(bars, i - period + 1, i), the open interest of
+ * the window's first bar and the period - 1 changes after it, one change fewer than qxOBVolMv.
+ * First valid index start + period - 1. A period below 1 gives QX_ERR_INVALID_PARM. */
+QX_API int32_t qxOBOiMv(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Accumulation/distribution line: out[i] = out[i-1] + clv v, out[start] = clv v, with the close
+ * location value clv = ((c - l) - (h - c)) / (h - l). Where h = l, clv is +1 when c >= c' and on
+ * the start bar, -1 otherwise. First valid index start.
+ * Source: Marc Chaikin; Steven Achelis, Technical Analysis from A to Z. */
+QX_API int32_t qxAccumDist(const qxBars* bars, qxArray* out, int32_t start);
+
+/** Running sum of a series: out[s] = in[s], out[i] = out[i-1] + in[i], where s is `start` raised to
+ * the input's first valid index. First valid index s. */
+QX_API int32_t qxAccumulate(const qxArray* in, qxArray* out, int32_t start);
+
+/** Chaikin money flow: (sum of clv v) / (sum of v) over the last `period` bars, clv as in
+ * qxAccumDist; 0 when the volumes sum to 0. First valid index start + period - 1. A period below 1
+ * gives QX_ERR_INVALID_PARM.
+ * Source: Marc Chaikin; Achelis. */
+QX_API int32_t qxChaikinMoneyFlow(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Chaikin oscillator: the exponential average of the accumulation/distribution line with period1
+ * less the one with period2 (usual 3 and 10), both seeded at `start`. First valid index start.
+ * Source: Marc Chaikin; Achelis. */
+QX_API int32_t qxChaikinOscillator(const qxBars* bars, qxArray* out, int32_t period1,
+                                   int32_t period2, int32_t start);
+
+/** Negative volume index: out[i] = out[i-1] + (c - c') / c' when volume fell (v' > v), unchanged
+ * otherwise. Additive, from 0 at `start`. First valid index start + 1.
+ * Source: Paul Dysart; Norman Fosback, Stock Market Logic. */
+QX_API int32_t qxNVI(const qxBars* bars, qxArray* out, int32_t start);
+
+/** Positive volume index: as qxNVI, changing when volume rose (v > v'). */
+QX_API int32_t qxPVI(const qxBars* bars, qxArray* out, int32_t start);
+
+/** Price and volume trend: out[i] = out[i-1] + v (c - c') / c', from 0 at `start`. First valid
+ * index start + 1.
+ * Source: Achelis. */
+QX_API int32_t qxPVT(const qxBars* bars, qxArray* out, int32_t start);
+
+/** Percentage volume oscillator: qxPriceOscillatorPct of the volume series, two averages of one
+ * QX_MA_... method. First valid index start + max(period1, period2) - 1. An unknown method gives
+ * zeros and QX_SUCCESS.
+ * Source: Achelis (volume oscillator). */
+QX_API int32_t qxPVO(const qxBars* bars, qxArray* out, int32_t period1, int32_t period2,
+                     int32_t method, int32_t start);
+
+/** Price and volume rank: 1 when close and volume both rose or held, 2 when the close rose or held
+ * and volume fell, 3 when both fell, 4 when the close fell and volume rose or held. First valid
+ * index start + 1.
+ * Source: Anthony Macek, Technical Analysis of Stocks & Commodities, June 1994. */
+QX_API int32_t qxPVrank(const qxBars* bars, qxArray* out, int32_t start);
+
+/** Ease of movement: out[i] = ((h + l) / 2 - (h' + l') / 2) / ((v / volDivisor) / (h - l)); 0 when
+ * v <= 0 or h = l. First valid index start + 1.
+ * Source: Richard Arms, Volume Cycles in the Stock Market. */
+QX_API int32_t qxArmsEMV(const qxBars* bars, qxArray* out, int32_t volDivisor, int32_t start);
+
+/** Market facilitation index: out[i] = a (h - l) / v, 0 when v = 0, where a is the average of the
+ * non-zero volumes from `start` to the last bar. The scale so looks ahead: it changes as bars are
+ * appended. First valid index start. The money flow index is qxMoneyFlowIndex.
+ * Source: Bill Williams, Trading Chaos (range per volume); the scale is this library's own. */
+QX_API int32_t qxMFI(const qxBars* bars, qxArray* out, int32_t start);
+
+/** Money flow index: with t = (h + l + c) / 3, 100 p / (p + n) over the last `period` bars, where p
+ * sums t v of the bars with t > t' and n those with t < t'; 0 when p + n = 0. First valid index
+ * start + period. A period below 1 (usual 14) gives QX_ERR_INVALID_PARM.
+ * Source: Gene Quong and Avrum Soudack, Technical Analysis of Stocks & Commodities, March 1989. */
+QX_API int32_t qxMoneyFlowIndex(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Klinger oscillator and its signal line. For each bar after `start`: trend T = +1 when h + l + c
+ * exceeds that of the bar before, else -1; dm = h - l; cm = cm + dm while T holds, and
+ * (h' - l') + dm at the first bar and whenever T changes; volume force
+ * vf = v |2 dm / cm - 1| T 100, 0 when cm = 0. koOut = EMA(vf, period1) - EMA(vf, period2) and
+ * signalOut = EMA(koOut, signalPeriod) (usual 34, 55, 13), all seeded at start + 1, the first valid index of both. A period below 1
+ * gives QX_ERR_INVALID_PARM.
+ * Source: Stephen Klinger, Technical Analysis of Stocks & Commodities, December 1997. */
+QX_API int32_t qxKO(const qxBars* bars, qxArray* koOut, qxArray* signalOut, int32_t period1,
+                    int32_t period2, int32_t signalPeriod, int32_t start);
+
+/** Williams accumulation/distribution, without volume: c > c' adds c - min(l, c'), c < c' adds
+ * c - max(h, c'); cumulative from 0 at `start`. First valid index start + 1.
+ * Source: Larry Williams; Achelis. */
+QX_API int32_t qxWilliamsAD(const qxBars* bars, qxArray* out, int32_t start);
+
+/** Herrick payoff index. With m = (h + l) / 2, x = |o - o'|, g = min(o, o') and t = 2x / g (0 when
+ * g = 0): k = centValue v (m - m') (1 + t), or (1 - t) unless m > m';
+ * out[i] = out[i-1] + (k / 100000 - out[i-1]) factor / 100, from 0 at `start`. First valid index
+ * start + 1.
+ *
+ * centValue is the value of a one-cent move (usual 100), factor the smoothing factor in percent
+ * (usual 10).
+ * Source: John Herrick; Achelis. */
+QX_API int32_t qxHerrickPayoffIndex(const qxBars* bars, qxArray* out, double centValue,
+                                    double factor, int32_t start);
+
+/** Demand index, -100 to 100. With w = h + l + 2c and the two-bar range r = max(h, h') - min(l, l')
+ * (h - l at `start`), smoothed as ar = EMA(r, period) and av = EMA(v, period) from `start`:
+ * u = v / av (0 when av = 0) and f = exp(0.375 (w + w') / ar |w - w'| / min(w, w')), 1 when ar = 0,
+ * when w = w' or when the smaller w is not positive. Buying and selling pressure are u and u / f on
+ * a rise of w, u / f and u on a fall, u and u otherwise. B and S being their exponential averages
+ * with smoothPeriod from start + 1: out[i] = 100 (1 - S / B) when B > S, 100 (B / S - 1) when
+ * S > B, else 0. First valid index start + 1. A period below 1 (usual 19 and 19) gives
+ * QX_ERR_INVALID_PARM.
+ * Source: James Sibbet's idea in its later programmed form (Thomas Aspray, Technical Analysis of
+ * Stocks & Commodities); the details never published are this library's own definition. */
+QX_API int32_t qxDemandIdx(const qxBars* bars, qxArray* out, int32_t period, int32_t smoothPeriod,
+                           int32_t start);
+
+/** Smoothed on-balance volume: the exponential average of qxOBV with `period`, seeded at start + 1,
+ * the first valid index. A period below 1 gives QX_ERR_INVALID_PARM. This library's own
+ * definition. */
+QX_API int32_t qxOBVolExp(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Swing index. With p' the open of the bar before and p that of the bar, a = |h - c'|,
+ * b = |l - c'|, d = |h - l|, e = |c' - p'| and k = max(a, b): r = a - b/2 + e/4 when a is the
+ * largest of a, b and d, else b - a/2 + e/4 when b is, else d + e/4;
+ * out[i] = 50 ((c - c') + (c - p) / 2 + (c' - p') / 4) / r k / limit, 0 when r = 0 or limit = 0.
+ * First valid index start + 1. Bars without an open give meaningless values.
+ *
+ * limit is the daily limit move; for a market without one, a large value.
+ * Source: J. Welles Wilder, New Concepts in Technical Trading Systems, section VIII. */
+QX_API int32_t qxSwingIndex(const qxBars* bars, qxArray* out, double limit, int32_t start);
+
+/** Accumulated swing index: the running sum of qxSwingIndex, 0 at `start`. First valid index
+ * start + 1.
+ * Source: Wilder, New Concepts in Technical Trading Systems, section VIII. */
+QX_API int32_t qxAccumSwingIndex(const qxBars* bars, qxArray* out, double limit, int32_t start);
+
+/** Chicago floor traders' pivot points, the levels for each bar from the bar before it:
+ * pivot = (h' + l' + c') / 3, r1 = 2 pivot - l', r2 = pivot + (h' - l'), s1 = 2 pivot - h',
+ * s2 = pivot - (h' - l'). First valid index of the five outputs start + 1.
+ * Source: floor-trader practice, as data vendors document it. */
+QX_API int32_t qxCFTPP(const qxBars* bars, qxArray* pivot, qxArray* r1, qxArray* r2, qxArray* s1,
+                       qxArray* s2, int32_t start);
+
 /* ---- Market breadth ----------------------------------------------------------------------------
  */
 
+/*
+ * Inputs are daily series of a whole market: the numbers of advancing, declining and unchanged
+ * issues, and the volumes of the advancing and the declining issues; a, d, u, av and dv below are
+ * their elements at i. s is `start` raised to the first valid index of every input. Elements that
+ * are not computed, among them those with a divisor of 0, are 0.0. No period is validated.
+ */
+
+/** Advancing less declining issues: a - d. First valid index s. */
+QX_API int32_t qxADIssues(const qxArray* advances, const qxArray* declines, qxArray* out,
+                          int32_t start);
+
+/** Up less down volume: av - dv. First valid index s. */
+QX_API int32_t qxUpDownVolume(const qxArray* upVolume, const qxArray* downVolume, qxArray* out,
+                              int32_t start);
+
+/** Absolute breadth index: |a - d|. First valid index s.
+ * Source: Norman Fosback, Stock Market Logic. */
+QX_API int32_t qxABI(const qxArray* advances, const qxArray* declines, qxArray* out,
+                     int32_t start);
+
+/** Advance/decline ratio: a / d, 0 when d = 0. First valid index s. */
+QX_API int32_t qxADRatio(const qxArray* advances, const qxArray* declines, qxArray* out,
+                         int32_t start);
+
+/** Up/down volume ratio: av / dv, 0 when dv = 0. First valid index s. */
+QX_API int32_t qxUpDownRatio(const qxArray* upVolume, const qxArray* downVolume, qxArray* out,
+                             int32_t start);
+
+/** Share of advancing issues: a / (a + d), 0 when a + d = 0. First valid index s. */
+QX_API int32_t qxADLineBreadth(const qxArray* advances, const qxArray* declines, qxArray* out,
+                               int32_t start);
+
+/** Trading index: (a / d) / (av / dv), 0 when any of the four is 0. First valid index s.
+ * Source: Richard Arms, The Arms Index. */
+QX_API int32_t qxTRIN(const qxArray* advances, const qxArray* declines, const qxArray* upVolume,
+                      const qxArray* downVolume, qxArray* out, int32_t start);
+
+/** qxTRIN from s to `end`, included and limited to the series, and 0 after it. First valid index
+ * s. An `end` before s writes nothing. */
+QX_API int32_t qxArmsIdx(const qxArray* advances, const qxArray* declines, const qxArray* upVolume,
+                         const qxArray* downVolume, qxArray* out, int32_t start, int32_t end);
+
+/** Advance/decline line: the running sum of a - d from s. First valid index s + 1, although element
+ * s holds the first sum (compare qxCVI).
+ * Source: Steven Achelis, Technical Analysis from A to Z. */
+QX_API int32_t qxADLine(const qxArray* advances, const qxArray* declines, qxArray* out,
+                        int32_t start);
+
+/** Cumulative index of two series, usually up and down volume: the running sum of their difference
+ * from s. First valid index s.
+ * Source: Achelis (cumulative volume index). */
+QX_API int32_t qxCVI(const qxArray* advances, const qxArray* declines, qxArray* out,
+                     int32_t start);
+
+/** Bolton-Tremblay index: with q = a / u - d / u, out[i] = out[i-1] + sqrt(|q|) when q >= 0 and
+ * - sqrt(|q|) when q < 0, unchanged when u = 0; from 0 at s. First valid index s + 1.
+ * Source: Hamilton Bolton; Robert Colby, The Encyclopedia of Technical Market Indicators. */
+QX_API int32_t qxBoltonTremblay(const qxArray* advances, const qxArray* declines,
+                                const qxArray* unchanged, qxArray* out, int32_t start);
+
+/** Overbought/oversold oscillator: the exponential average of a - d with period 10. First valid
+ * index s.
+ * Source: Achelis. */
+QX_API int32_t qxOverBoughtSold(const qxArray* advances, const qxArray* declines, qxArray* out,
+                                int32_t start);
+
+/** STIX: the exponential average of 100 a / (a + d), with 0 where a + d = 0, and `period` (usual
+ * 21). First valid index s.
+ * Source: The Polymetric Report; Achelis. */
+QX_API int32_t qxSTIX(const qxArray* advances, const qxArray* declines, qxArray* out,
+                      int32_t period, int32_t start);
+
+/** Breadth thrust: the simple average of a / (a + d), with 0 where a + d = 0, over 10 elements.
+ * First valid index s + 9. With fewer than 10 elements from s on, the last one holds their sum
+ * divided by 10.
+ * Source: Martin Zweig; Achelis. */
+QX_API int32_t qxBreadthThrust(const qxArray* advances, const qxArray* declines, qxArray* out,
+                               int32_t start);
+
+/** Open trading index over 10 elements: (sum a / sum d) / (sum av / sum dv). It is skipped only
+ * where the sums of d, av and dv are all three 0; a single sum of 0 gives an infinity or a NaN.
+ * First valid index s + 9. With fewer than 10 elements from s on, the last one holds the index of
+ * those.
+ * Source: Achelis (open-10 TRIN). */
+QX_API int32_t qxOpen10TRIN(const qxArray* advances, const qxArray* declines,
+                            const qxArray* upVolume, const qxArray* downVolume, qxArray* out,
+                            int32_t start);
+
+/** The values, the first valid index and the status of qxTRIN: the five-element sum that the name
+ * promises is not taken, and callers rely on it. */
+QX_API int32_t qxBretzTRIN5(const qxArray* advances, const qxArray* declines,
+                            const qxArray* upVolume, const qxArray* downVolume, qxArray* out,
+                            int32_t start);
+
+/** McClellan oscillator: the exponential average of a - d with period1 less the one with period2
+ * (usual 19 and 39), both seeded at s. First valid index s.
+ * Source: Sherman and Marian McClellan, Patterns for Profit. */
+QX_API int32_t qxMcClellanOscillator(const qxArray* advances, const qxArray* declines,
+                                     qxArray* out, int32_t period1, int32_t period2,
+                                     int32_t start);
+
+/** McClellan summation index: the running sum of qxMcClellanOscillator. First valid index s.
+ * Source: McClellan, Patterns for Profit. */
+QX_API int32_t qxMcClellanSummation(const qxArray* advances, const qxArray* declines,
+                                    qxArray* out, int32_t period1, int32_t period2,
+                                    int32_t start);
+
+/** McClellan oscillator and summation index in one pass. First valid index s of the oscillator,
+ * s + 1 of the sum, although its element s holds the first value. */
+QX_API int32_t qxMcClellanOscSum(const qxArray* advances, const qxArray* declines,
+                                 qxArray* oscOut, qxArray* sumOut, int32_t period1,
+                                 int32_t period2, int32_t start);
+
 /* ---- Relative performance and projections ------------------------------------------------------
  */
+
+/*
+ * Two-market functions align the bars of set `a` with those of set `b` by their dates, which must
+ * ascend. The walk begins at a's first bar i dated at or after startDate and after b's first date;
+ * i is the output's first valid index. QX_ERR_RECORD_NOT_FOUND when there is no such bar or b has
+ * no bar of that date, with the output cleared; QX_ERR_INVALID_PARM when b is unallocated or the
+ * output holds one of its price or volume series. A later bar of a is matched when b has a bar of
+ * its date. Elements after the end of b stay 0.0. The output runs over a's bars.
+ */
+
+/** Comparative performance: (closeA / closeB - base) / base + 1 on matched bars, where base is
+ * closeA / closeB on the first common date, so 1.0 there; -1.0 marks a date missing in b. */
+QX_API int32_t qxCompPerformance(const qxBars* a, const qxBars* b, qxArray* out,
+                                 double startDate);
+
+/** Comparative strength: closeA / closeB on matched bars, the value of the bar before on a date
+ * missing in b. */
+QX_API int32_t qxCompStrength(const qxBars* a, const qxBars* b, qxArray* out, double startDate);
+
+/** Spread of two markets: closeA - closeB on matched bars, the value of the bar before on a date
+ * missing in b. This library's own definition. */
+QX_API int32_t qxSpread(const qxBars* a, const qxBars* b, qxArray* out, double startDate);
+
+/** Rate of change of the comparative strength: (r[i] - r[i-period]) / r[i-period] with r of
+ * qxCompStrength, as qxRateOfChange with scale 1.0 computes it. First valid index i + period, i
+ * being the first common bar. QX_ERR_RECORD_NOT_FOUND as qxCompStrength. */
+QX_API int32_t qxRSIC(const qxBars* a, const qxBars* b, qxArray* out, int32_t period,
+                      double startDate);
+
+/** Percentage performance: 100 (in[i] - in[s]) / in[s], where s is `start` raised to the input's
+ * first valid index. First valid index s.
+ * Source: Steven Achelis, Technical Analysis from A to Z. */
+QX_API int32_t qxPerformancePct(const qxArray* in, qxArray* out, int32_t start);
+
+/** The input less the straight line fitted to the elements s to `end` (limited to the series):
+ * out[s + k] = in[s + k] - (slope k + intercept) for k = 0 .. end - s, where s is `start` raised to
+ * the input's first valid index. The fit counts its elements from 1, so the line that is subtracted
+ * lags it by one element. Elements after `end` are 0.0; an `end` before s writes nothing. First
+ * valid index s. */
+QX_API int32_t qxDeTrend(const qxArray* in, qxArray* out, int32_t start, int32_t end);
+
+/** Commodity selection index: k adxr[i] atr[i] with k = 100 moveValue / sqrt(margin) /
+ * (150 + commission), adxr = qxADXR with `period` as period, smoothing and lag, and atr = qxATR
+ * (usual period 14). First valid index start + 3 period - 1, `start` as the caller gives it.
+ *
+ * moveValue is the money value of a move by one, margin the margin requirement and commission the
+ * commission, both in money. QX_ERR_INVALID_PARM when period is below 1, margin not above 0 or
+ * 150 + commission = 0.
+ * Source: J. Welles Wilder, New Concepts in Technical Trading Systems. */
+QX_API int32_t qxCSIndex(const qxBars* bars, qxArray* out, int32_t period, double moveValue,
+                         double margin, double commission, int32_t start);
+
+/** Sine of the phase of the cycle of `period` elements, and the sine 45 degrees ahead. With re and
+ * im the sums of cos(2 pi k / period) in[i-k] and sin(2 pi k / period) in[i-k] over
+ * k = 0 .. period - 1: the phase is atan(im / re) when |re| > 0.001, else pi / 2 with the sign of
+ * im (0 when im = 0); pi is added when re < 0, then pi / 2; the result is brought into 0 .. 2 pi.
+ * sineOut = sin(phase), leadOut = sin(phase + pi / 4). First valid index of both s + period - 1,
+ * where s is `start` raised to the input's first valid index. A period below 1 (usual 15 or 25)
+ * gives QX_ERR_INVALID_PARM.
+ * Source: John Ehlers, Technical Analysis of Stocks & Commodities, November 1996. */
+QX_API int32_t qxMESAsinewave(const qxArray* in, qxArray* sineOut, qxArray* leadOut,
+                              int32_t period, int32_t start);
+
+/** Time-cycle markers: 1.0 at start, start + interval, start + 2 interval ..., 0.0 elsewhere. First
+ * valid index start. An interval below 1 gives QX_ERR_INVALID_PARM. This library's own
+ * definition. */
+QX_API int32_t qxFillInterval(const qxBars* bars, qxArray* out, int32_t interval, int32_t start);
+
+/** Fibonacci projections of the move from a to b: with d = a - b, p1 = b + 1.618 d,
+ * p2 = b + 2.618 d and p3 = b + 4.236 d; all three are a when a = b. */
+QX_API int32_t qxFibonacciProject(double a, double b, double* p1, double* p2, double* p3);
+
+/** Fibonacci retracements of the move from a to b: with d = b - a, r1 = b - 0.382 d,
+ * r2 = b - 0.5 d and r3 = b - 0.618 d; all three are a when a = b. */
+QX_API int32_t qxFibonacciRetrace(double a, double b, double* r1, double* r2, double* r3);
 
 /* ---- Bar formations and crossovers -------------------------------------------------------------
  */
