@@ -1430,7 +1430,8 @@ QX_API int32_t qxGraphGetXYpos(const qxGraph* graph, int32_t subwin, int32_t cha
 
 /** What lies under a point of a painted graph. Shapes are in front, then the charts from the last
  * to the first, then the lines; each is hit where it is drawn.
- * @param deviceContext  not used, may be null
+ * @param deviceContext  the device of the painting, whose dots per inch size the trade arrows; may
+ *                       be null: 96 dots
  * @param x,y            device units
  * @param result         the answer: kind, pane, element; in the bar area and the date strip also
  * the bar position of the point, firstshown + (x - left - 1) / width (less 1 at bar width 1), and
