@@ -1269,14 +1269,180 @@ QX_API int32_t qxTXTread(qxBars* bars, const char* folder, const char* file, con
 /* ---- Trading simulation: orders and positions
  * ----------------------------------------------------- */
 
+/*
+ * A simulation: initialise a system over a bar set; then, in a loop, call qxProcessOrders, which
+ * moves to the next bar and fills what that bar allows, and place or withdraw orders while it
+ * returns 1; print the reports; close. Settings are changed by writing the record's fields after
+ * qxOrderSystemInit. The bar set must stay alive, and its series unmoved, until the system is
+ * closed; a system reads the bars that its date, open, high, low and close all hold.
+ */
+
+/** Starts a system over `bars`: clears the whole record (tables of an earlier use are not released,
+ * see qxOrderSystemClose), allocates the tables of 16 orders, 16 positions and a trade for every
+ * fourth bar, copies `name` (79 characters at most) and the bar-set record, and sets tick and
+ * tickvalue to 0.001, margin to 100.0, reverse, allowlong and allowshort to 1, bar to -1 and all
+ * else to 0. QX_ERR_MALLOC leaves the record cleared. Every table holds one slot more than its
+ * capacity. */
+QX_API int32_t qxOrderSystemInit(qxOrderSystem* system, const char* name, const qxBars* bars);
+
+/** Back to bar -1 without orders, positions, trades, statistics and market position. Settings and
+ * tables stay, so that the system can run again. */
+QX_API int32_t qxOrderSystemReset(qxOrderSystem* system);
+
+/** Releases the tables and clears their capacities and counts. Null is ignored; closing twice is
+ * safe. */
+QX_API void qxOrderSystemClose(qxOrderSystem* system);
+
+/** Places an order to enter long.
+ * @param name         19 characters at most; the position and its trade carry it
+ * @param volume       units
+ * @param price        price of a stop or limit order; ignored for market and close orders, which
+ *                     store 0 and the current bar's close
+ * @param ordertype    QX_ORDER_MARKET, QX_ORDER_STOP, QX_ORDER_LIMIT or QX_ORDER_CLOSE; an order of
+ *                     another type never fills
+ * @param timeinforce  QX_FORCE_BAR: dropped after one qxProcessOrders, whether or not its delay has
+ *                     passed; any other value: until filled, cancelled or withdrawn by another
+ *                     entry of the same direction
+ * @return QX_SUCCESS, also when allowlong is 0 and nothing was placed; QX_ERR_MALLOC when the order
+ *         table cannot grow
+ *
+ * An order carries the date of the current bar and is first looked at on the next one. Before the
+ * first bar and past the last one its date, and the close it may need, are 0.0. */
+QX_API int32_t qxBuyToOpen(qxOrderSystem* system, const char* name, uint32_t volume, double price,
+                           int32_t ordertype, int32_t timeinforce);
+
+/** Places an order to enter short; ignored when allowshort is 0. A market order stores the price
+ * 3.4028234663852886e38. Otherwise as qxBuyToOpen. */
+QX_API int32_t qxSellToOpen(qxOrderSystem* system, const char* name, uint32_t volume, double price,
+                            int32_t ordertype, int32_t timeinforce);
+
+/** Places an order to leave long positions, oldest first: those entered under `fromname` (19
+ * characters at most, case counts), or any when it is empty. `volume` beyond what is open is
+ * dropped, and an exit that finds nothing to close is used up when its price is reached. Otherwise
+ * as qxSellToOpen, without its check. */
+QX_API int32_t qxSellToClose(qxOrderSystem* system, const char* name, const char* fromname,
+                             uint32_t volume, double price, int32_t ordertype, int32_t timeinforce);
+
+/** Places an order to leave short positions. Otherwise as qxSellToClose; a market order stores the
+ * price 0. */
+QX_API int32_t qxBuyToClose(qxOrderSystem* system, const char* name, const char* fromname,
+                            uint32_t volume, double price, int32_t ordertype, int32_t timeinforce);
+
+/** Marks the orders of that name cancelled, or all when `name` is empty, and returns how many slots
+ * it marked. The slot after the last order is visited too: cancelling all returns the number of
+ * orders plus one. The orders leave the table on the next bar. */
+QX_API int32_t qxCancelOrder(qxOrderSystem* system, const char* name);
+
 /* ---- Trading simulation: order processing
  * --------------------------------------------------------- */
+
+/** Moves to the next bar and fills the pending orders that it allows; returns 1 while the
+ * simulation goes on and 0 when there is no further bar. The first call only moves to bar 0.
+ *
+ * On bar b with open O, high H, low L and tick t, in this order:
+ * - Orders are sorted, exits first, then market entries, buys by rising and sells by falling price
+ *   (by insertion, each order moving down while it comes before its left neighbour).
+ * - Each order that is not cancelled, and whose date plus delay / 86400 whole days is not after the
+ *   date of b, is tested at its price P. A market order fills at O, a close order at the close of
+ *   bar b - 1. A price reached from below (buy stop, sell limit) fills when P <= H: at P rounded to
+ *   the nearest multiple of t, or at L when the whole bar lies at or above P. A price reached from
+ *   above (sell stop, buy limit) fills when L <= P: at P cut to a multiple of t, or at H when the
+ *   whole bar lies at or below P. Entries add a tick to a rounded and take a tick from a cut price.
+ *   With gapfill, a stop or limit that the open has reached or passed fills at O.
+ * - An entry is passed over when one of its direction has filled on this bar, and, unless pyramid
+ *   is set, while the market position of the last bar's end is in its direction. It opens a
+ *   position at its fill price cut to a multiple of t and, when reverse is set, closes the
+ *   positions of the other direction at that fill; one opened on this same bar vanishes without a
+ *   trade.
+ * - An exit closes positions of the other direction, oldest first, as qxSellToClose tells.
+ * - What stays open is valued at the close: open profit, market position, volumes, average price
+ *   and bar counts. Without any position in the table these fields keep their values.
+ * - Finished orders go: those for one bar, cancelled ones, filled exits, and every entry of a
+ *   direction in which one has filled. Closed positions go.
+ *
+ * Multiples of the tick are found with remainders of doubles, so that a price of 10.2 with tick
+ * 0.001 may be stored as 10.199. A position or trade for which there is no memory is dropped; the
+ * statistics still count the trade. */
+QX_API int32_t qxProcessOrders(qxOrderSystem* system);
 
 /* ---- Trading simulation: reports
  * ------------------------------------------------------------------ */
 
+/*
+ * Every report goes to `outfile`: "STDOUT" in any case, or a file, appended to when `append` is not
+ * 0 and replaced otherwise. QX_ERR_FILE_OPEN when it cannot be opened, QX_ERR_FILE_WRITE when
+ * writing fails. Dates print in the default date order (qxSetDefaultDateFormat). Money prints as
+ * its whole part and two decimals, both cut and not rounded; the sign is lost between -1 and 0.
+ *
+ * The profit of a trade of q units from entry price e to exit price x is
+ *   ((q * (tickvalue * (x - e) / tick - unitcost)) - 2 * sidecost) * (1 - deduction)
+ * with (e - x) for a short trade.
+ */
+
+/** Prints the statistics of all, the long and the short trades, one line each under a heading with
+ * the dates of the first and the last bar (date number 0.0 for a system of no bars). Profit factor
+ * and streaks of all trades are the sum and the larger of the two sides'; the pessimistic return
+ * ratio (PRR) is the gain of sqrt(W) fewer winners over the loss of sqrt(L) more losers. */
+QX_API int32_t qxProfitRpt(const qxOrderSystem* system, const char* outfile, int32_t append);
+
+/** Writes the same statistics for programs: on each line a code (NP GP GL NT PP NW NL LW LL AW AL
+ * WL AT MW ML WS LS MD PF MC AS RA PR OP), then the value of all, the long and the short trades,
+ * separated by the first character of `delimiter` (a tab when it is null or empty). */
+QX_API int32_t qxProfitRpt1(const qxOrderSystem* system, const char* outfile, int32_t append,
+                            const char* delimiter);
+
+/** Prints the closed trades, two lines each: entry, and exit with the profit. */
+QX_API int32_t qxPrintTrades(const qxOrderSystem* system, const char* outfile, int32_t append);
+
+/** Prints the pending orders, one line each: date and time placed, entry or exit, direction (B or
+ * S), name, type, price, volume, time in force and the entry that an exit closes. */
+QX_API int32_t qxPrintOrders(const qxOrderSystem* system, const char* outfile, int32_t append);
+
+/** Writes the closed trades, one line each: system, symbol, and for entry and exit date and time,
+ * bar, direction, name, price and volume; last the profit. With a `delimiter` of a single blank
+ * the columns have fixed widths, otherwise the delimiter stands between the bare fields. Header
+ * lines are written when `header` is not 0. */
+QX_API int32_t qxTradeRpt1(const qxOrderSystem* system, const char* outfile, int32_t append,
+                           const char* delimiter, int32_t header);
+
+/** Writes the open positions in the manner of qxTradeRpt1, without an exit name. The exit side is
+ * the mark: the last bar at or before the current one, its close, the opposite direction, the
+ * remaining volume, and the open profit without costs. */
+QX_API int32_t qxOpenPosRpt1(const qxOrderSystem* system, const char* outfile, int32_t append,
+                             const char* delimiter, int32_t header);
+
+/** Writes the pending orders in the manner of qxTradeRpt1: system, symbol, date and time placed,
+ * Entry or Exit, direction, name, type, price, volume, time in force (Bar or GTC), and the entry
+ * that an exit closes. */
+QX_API int32_t qxOrderRpt1(const qxOrderSystem* system, const char* outfile, int32_t append,
+                           const char* delimiter, int32_t header);
+
 /* ---- Trading simulation: optimisation variables and markers
  * --------------------------------------- */
+
+/** Stores each variable's number of values, the whole part of (to - from) / step + 1 (1 when step
+ * is 0), and returns the number of combinations, their product: 0 when a count is below 1,
+ * 4294967295 when the product is beyond 32 bits. */
+QX_API uint32_t qxOptVarCount(qxOptVar* vars, int32_t n);
+
+/** Sets every variable to its value in combination `k`, counted from 1; the first variable changes
+ * fastest. QX_ERR_INVALID_PARM, with the values unchanged, when k is 0 or above the number of
+ * combinations. Stores the counts as qxOptVarCount does. */
+QX_API int32_t qxOptVarValue(qxOptVar* vars, int32_t n, uint32_t k);
+
+/** Writes the current values separated by `separator`, each variable at the same width for all of
+ * its values: as many decimals (8 at most) and places as max(|from|, |to|) + |step| needs. Values
+ * are cut, not rounded. `out` must have the room that qxOptVarStringLen tells. */
+QX_API int32_t qxOptVarString(const qxOptVar* vars, int32_t n, const char* separator, char* out);
+
+/** Bytes that qxOptVarString writes, terminator included. */
+QX_API int32_t qxOptVarStringLen(const qxOptVar* vars, int32_t n, const char* separator);
+
+/** Fills `markers` (allocated at the bars' capacity when it has no storage) from the closed trades:
+ * each bar holds the sum of 1 for a long entry, 2 for a short entry, 4 for an exit by a buy and 8
+ * for an exit by a sell. QX_ERR_INVALID_PARM when the bar set is empty; the first valid index is
+ * left alone. */
+QX_API int32_t qxCreateTradeGraph(const qxOrderSystem* system, qxArray* markers);
 
 /* ---- Graph model
  * ---------------------------------------------------------------------------------- */
