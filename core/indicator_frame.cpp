@@ -98,6 +98,11 @@ int32_t heldLength(int32_t length, std::initializer_list<const qxArray*> series)
   return length;
 }
 
+qxArray headOf(const qxArray& array, int32_t length) {
+  const int32_t held = std::min(heldSize(array), length);
+  return {array.data, held, held, array.firstvalid};
+}
+
 int32_t markFirstValid(int64_t index, std::initializer_list<qxArray*> outputs) {
   const int64_t bounded = std::clamp<int64_t>(index, 0, std::numeric_limits<int32_t>::max());
   for (qxArray* out : outputs) qxSetFirstValid(out, static_cast<int32_t>(bounded));

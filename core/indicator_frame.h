@@ -34,6 +34,11 @@ int32_t heldSize(const qxArray& array);
 // with it, since a caller may have made the seven sizes differ.
 int32_t heldLength(int32_t length, std::initializer_list<const qxArray*> series);
 
+// The first `length` elements of a prepared series as a record of its own, for inner calls: they
+// read and write no more than these and leave the size of the series alone. What an inner call
+// sets as first valid index has to be carried over.
+qxArray headOf(const qxArray& array, int32_t length);
+
 // Sets the first valid index of each output, brought into 0 .. INT32_MAX, and returns QX_SUCCESS.
 int32_t markFirstValid(int64_t index, std::initializer_list<qxArray*> outputs);
 

@@ -796,13 +796,219 @@ QX_API int32_t qxLastLow(const qxArray* array, int32_t from, int32_t to);
 /* ---- Momentum oscillators ---------------------------------------------------------------------
  */
 
+/* In the formulas of this section s is the start index raised to the first valid index of every
+ * input series, L the number of elements computed (the smallest size among inputs and outputs),
+ * and an output element that no formula writes is 0.0. Functions over bars use the start index as
+ * it is: no series of the bar set raises it. An output that is an input's block is refused, a
+ * first valid index beyond the data is no error, and a period (`period`, or what its argument
+ * says) is a number of bars. A window of fewer than 1 bar gives QX_ERR_INVALID_PARM before
+ * anything is written; so does a negative lag. */
+
+/** Difference of two series: out[i] = a[i] - b[i] from s. First valid s. */
 QX_API int32_t qxOscillator(const qxArray* a, const qxArray* b, qxArray* out, int32_t start);
+
+/** Difference in percent of the second series: out[i] = 100 (a[i] - b[i]) / b[i] from s; 0 where
+ * a[i] is 0 (b[i] is not tested: a zero there gives an infinity). First valid s. */
 QX_API int32_t qxOscillatorPct(const qxArray* a, const qxArray* b, qxArray* out, int32_t start);
+
+/** Quotient of two series: out[i] = a[i] / b[i], 0 where b[i] is 0. Only the first valid index of
+ * `a` raises the start index. First valid s. */
 QX_API int32_t qxRatio(const qxArray* a, const qxArray* b, qxArray* out, int32_t start);
+
+/** Change over `period` bars: out[i] = in[i] - in[i-period]. First valid s + period. */
+QX_API int32_t qxMomentum(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/** Rate of change over `period` bars: out[i] = (in[i] - in[i-period]) / in[i-period] * scale, 0
+ * where in[i-period] is 0; with scale 0 the plain change in[i] - in[i-period]. A scale of 100
+ * gives percents. First valid s + period. */
 QX_API int32_t qxRateOfChange(const qxArray* in, qxArray* out, double scale, int32_t period,
                               int32_t start);
+
+/** Rate of change of one element, as in qxRateOfChange: from array[index-period] to array[index]. 0
+ * when index - period lies before the first valid index, or either index outside the series. */
+QX_API double qxROC(const qxArray* array, int32_t index, int32_t period, double scale);
+
+/** Relative momentum index, 0..100: the RSI of changes over `lag` bars. up and down are the
+ * averages of the gains and losses in[i] - in[i-lag]: plain over the first `period` of them, then
+ * up = (up (period - 1) + gain) / period, likewise down; out[i] = 100 up / (up + down), 0 when the
+ * sum is 0. First valid s + lag + period - 1. Where the series ends earlier, the last element
+ * holds the value of the changes so far, divided by `period` all the same.
+ * Source: Roger Altman, Relative Momentum Index, Technical Analysis of Stocks & Commodities,
+ * 1993. */
+QX_API int32_t qxRMI(const qxArray* in, qxArray* out, int32_t period, int32_t lag, int32_t start);
+
+/** Relative strength index, 0..100: qxRMI with a lag of one bar. A series that only rises gives
+ * 100, a flat one 0. First valid s + period.
+ * Source: J. Welles Wilder, New Concepts in Technical Trading Systems, 1978. */
+QX_API int32_t qxRSI(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/** Wilder average of the rises from bar to bar: out[s+period] = sum of the first `period` rises /
+ * period, then out[i] = (out[i-1] (period - 1) + rise) / period; a fall counts as a rise of 0.
+ * First valid s + period. Where the series ends earlier, the last element holds the mean so far. */
+QX_API int32_t qxUpAverage(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/** As qxUpAverage, of the falls in[i-1] - in[i] where positive. */
+QX_API int32_t qxDownAverage(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/** Difference of two averages of one series: out = average(period1) - average(period2), both by
+ * `method` (QX_MA_...). First valid: the greatest of start + max(period1, period2) - 1 and the two
+ * averages' own. An unknown method gives zeros. */
+QX_API int32_t qxPriceOscillator(const qxArray* in, qxArray* out, int32_t period1, int32_t period2,
+                                 int32_t method, int32_t start);
+
+/** As qxPriceOscillator, in percent of the second average (see qxOscillatorPct). */
 QX_API int32_t qxPriceOscillatorPct(const qxArray* in, qxArray* out, int32_t period1,
                                     int32_t period2, int32_t method, int32_t start);
+
+/** Detrended price oscillator: price less a centred simple average. With h = period / 2 + 1 (whole
+ * part), out[i-h] = in[i-h] - (sum of the `period` elements that end at i) / period. The last h
+ * elements are cut off: the output's size is L - h, and nothing is written when no more than
+ * max(period, 2) elements lie between s and L. First valid s + period - h - 1. A period of 1 sums
+ * two elements.
+ * Source: Steven Achelis, Technical Analysis from A to Z. */
+QX_API int32_t qxDPO(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/** Stochastic of one series, 0..100: out[i] = 100 (in[i] - lowest) / (highest - lowest) over the
+ * last `period` elements, 100 when they are equal. First valid s + period - 1. */
+QX_API int32_t qxStochastic(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/** Raw %K, 0..100: out[i] = 100 (close - lowest low) / (highest high - lowest low) over the last
+ * `period` bars, 100 when the two are equal. First valid start + period - 1.
+ * Source: George Lane, Lane's Stochastics, Technical Analysis of Stocks & Commodities, 1984. */
+QX_API int32_t qxRawK(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Fast %D: the exponential average (qxExpMA, period `dPeriod`) of the raw %K of `kPeriod` bars.
+ * First valid start + kPeriod - 1. */
+QX_API int32_t qxFastD(const qxBars* bars, qxArray* out, int32_t kPeriod, int32_t dPeriod,
+                       int32_t start);
+
+/** Slow %D: the exponential average of period `dPeriod2` of qxFastD(kPeriod, dPeriod1). First valid
+ * start + kPeriod - 1. */
+QX_API int32_t qxSlowD(const qxBars* bars, qxArray* out, int32_t kPeriod, int32_t dPeriod1,
+                       int32_t dPeriod2, int32_t start);
+
+/** Stochastic oscillator with its signal line, both smoothed by `method` (QX_MA_...). kOut is 100
+ * (close - lowest) / (highest - lowest), 100 when they are equal, with the extremes of qxBarStats
+ * over the last `kPeriod` bars (the lowest price other than 0 and the highest price, of all four
+ * prices); then it is slowed over `kSlow` bars, and dOut is its average over `dPeriod`. Only the
+ * exponential, simple and Welles averages can slow it, since it is done in place; with any other
+ * method kOut stays unslowed. First valid: start + kPeriod - 1, raised by each average as it does
+ * on its own.
+ * Source: George Lane, Lane's Stochastics, Technical Analysis of Stocks & Commodities, 1984. */
+QX_API int32_t qxStochasticOscillator(const qxBars* bars, qxArray* kOut, qxArray* dOut,
+                                      int32_t method, int32_t kPeriod, int32_t kSlow,
+                                      int32_t dPeriod, int32_t start);
+
+/** Stochastic of the relative strength index: qxStochastic(qxRSI(in, period), period) from start +
+ * period. First valid s + 2 period - 1.
+ * Source: Tushar Chande and Stanley Kroll, The New Technical Trader, 1994. */
+QX_API int32_t qxStochRSI(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/** Williams' %R on a scale of 0 (close at the high) to 100 (at the low), without a minus sign:
+ * out[i] = 100 (highest high - close) / (highest high - lowest low) over the last `period` bars, 0
+ * when the two are equal. First valid start + period - 1.
+ * Source: Larry Williams, How I Made One Million Dollars Last Year Trading Commodities, 1973. */
+QX_API int32_t qxWilliamsR(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Stochastic momentum index, -100..100, and its signal line. Over the last `period` bars, rel =
+ * close - (highest high + lowest low) / 2 and rng = highest high - lowest low; both are averaged
+ * exponentially twice (period1, then period2, seeded with the first value); out[i] = 100 rel /
+ * (rng / 2), 0 when the averaged rng is 0. signalOut = qxExpMA(out, signalPeriod). First valid of
+ * both start + period - 1.
+ * Source: William Blau, Stochastic Momentum, Technical Analysis of Stocks & Commodities, 1993. */
+QX_API int32_t qxSMI(const qxBars* bars, qxArray* out, qxArray* signalOut, int32_t period,
+                     int32_t period1, int32_t period2, int32_t signalPeriod, int32_t start);
+
+/** Moving average convergence/divergence with its customary factors, whatever the periods of
+ * others: fast = 0.15 in[i] + 0.85 fast, slow = 0.075 in[i] + 0.925 slow, both seeded with in[s];
+ * macdOut[i] = fast - slow from s + 1; signalOut = qxExpMA(macdOut, signalPeriod). First valid of
+ * both s + 1.
+ * Source: Gerald Appel, The Moving Average Convergence-Divergence Method, 1979. */
+QX_API int32_t qxMACD(const qxArray* in, qxArray* macdOut, qxArray* signalOut, int32_t signalPeriod,
+                      int32_t start);
+
+/** Moving average convergence/divergence with chosen periods and all its parts. fastOut and slowOut
+ * are the exponential averages over the smaller and the greater of the two periods, macdOut their
+ * difference (first valid of the three s), signalOut the exponential average of macdOut (first
+ * valid s + 1). crossOut is 1.0 where macdOut crosses up through signalOut, -1.0 where it crosses
+ * down, else 0.0 (qxCrossOverFill; its last element is never tested and stays 0.0); first valid s
+ * + 1. */
+QX_API int32_t qxMACDx(const qxArray* in, qxArray* fastOut, qxArray* slowOut, qxArray* macdOut,
+                       qxArray* signalOut, qxArray* crossOut, int32_t period1, int32_t period2,
+                       int32_t signalPeriod, int32_t start);
+
+/** Change in percent of a triple exponential average (three of factor 2 / (period + 1) in turn,
+ * seeded with in[s]): out[i] = 100 (e3 - previous e3) / e3, unguarded. First valid s + 1.
+ * Source: Jack Hutson, Good TRIX, Technical Analysis of Stocks & Commodities, 1983. */
+QX_API int32_t qxTRIX(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/** True strength index as a ratio, -1..1: the change from bar to bar, averaged exponentially over
+ * period1 and then period2, divided by the absolute change averaged in the same way; 0 when that
+ * is 0. First valid s + 1.
+ * Source: William Blau, True Strength Index, Technical Analysis of Stocks & Commodities, 1991. */
+QX_API int32_t qxTSI(const qxArray* in, qxArray* out, int32_t period1, int32_t period2,
+                     int32_t start);
+
+/** Relative volatility index of one series, 0..100: qxRSI with the sample standard deviation of the
+ * last ten elements in the place of the size of each move. First valid s + period + 8. Where the
+ * series ends earlier, the last element holds the value of the moves so far.
+ * Source: Donald Dorsey, The Relative Volatility Index, Technical Analysis of Stocks &
+ * Commodities, 1993. */
+QX_API int32_t qxRVIoriginal(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/** Relative volatility index of bars: the mean of qxRVIoriginal of the highs and of the lows. First
+ * valid start + period + 8.
+ * Source: Donald Dorsey, Refining the Relative Volatility Index, Technical Analysis of Stocks &
+ * Commodities, 1995. */
+QX_API int32_t qxRVI(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Inertia: the least-squares average (qxLstSqrMA) over `lsqPeriod` bars of the relative volatility
+ * index of `rviPeriod` bars. First valid start + rviPeriod + 8 + lsqPeriod - 1.
+ * Source: Donald Dorsey, Refining the Relative Volatility Index, Technical Analysis of Stocks &
+ * Commodities, 1995. */
+QX_API int32_t qxInertia(const qxBars* bars, qxArray* out, int32_t rviPeriod, int32_t lsqPeriod,
+                         int32_t start);
+
+/** Commodity channel index: out[i] = (t[i] - mean) / (0.015 mean deviation), with the typical price
+ * t, its simple average over the last `period` bars and the mean absolute distance from that; 0
+ * when the distances are all 0. First valid start + period - 1.
+ * Source: Donald Lambert, Commodity Channel Index, Commodities, 1980. */
+QX_API int32_t qxCCI(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Ultimate oscillator, 0..100, usually of 7, 14 and 28 bars. With the true low tl and true high th
+ * of each bar after `start` (previous close included), q(P) = sum of (close - tl) / sum of (th -
+ * tl) over the last P bars, 0 when the divisor is 0; out[i] = 100 (4 q(period1) + 2 q(period2) +
+ * q(period3)) / 7. First valid start + the greatest period.
+ * Source: Larry Williams, The Ultimate Oscillator, Technical Analysis of Stocks & Commodities,
+ * 1985. */
+QX_API int32_t qxUltimateOsc(const qxBars* bars, qxArray* out, int32_t period1, int32_t period2,
+                             int32_t period3, int32_t start);
+
+/** Intraday momentum index, 0..100, usually of 14 bars: out[i] = 100 gains / (gains + losses), the
+ * sums of close - open over the last `period` bars that rose and of open - close over those that
+ * fell; 0 when both are 0. First valid start + period - 1.
+ * Source: Tushar Chande and Stanley Kroll, The New Technical Trader, 1994. */
+QX_API int32_t qxIMI(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Net momentum oscillator, -100..100, usually of 14 bars: 100 (up - down) / (up + down) with the
+ * Wilder averages of rises and falls of qxRSI, 0 when their sum is 0. First valid s + period.
+ * Source: Tushar Chande and Stanley Kroll, Technical Analysis of Stocks & Commodities, 1993. */
+QX_API int32_t qxNMO(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/** Qstick, usually of 8 bars: the simple average of close - open. First valid start + period - 1.
+ * Source: Tushar Chande and Stanley Kroll, The New Technical Trader, 1994. */
+QX_API int32_t qxQstick(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Line oscillator: distance of each element from the least-squares line through the last `period`
+ * elements, taken at the element itself (qxLstSqrMA lies one bar beyond). First valid s + period -
+ * 1. This library's own definition. */
+QX_API int32_t qxLineOsc(const qxArray* in, qxArray* out, int32_t period, int32_t start);
+
+/** Forecast oscillator (%F), usually of 5 bars: out[i] = 100 (in[i] - F) / in[i] with the forecast
+ * F = qxLstSqrMA(in, period) at i - 1, the line through the `period` elements before i extended to
+ * i; 0 where in[i] is 0. First valid s + period.
+ * Source: Tushar Chande and Stanley Kroll, The New Technical Trader, 1994. */
+QX_API int32_t qxForecastOscillator(const qxArray* in, qxArray* out, int32_t period, int32_t start);
 
 /* ---- Trend and directional indicators ---------------------------------------------------------
  */
@@ -813,7 +1019,103 @@ QX_API int32_t qxADXR(const qxBars* bars, qxArray* out, int32_t period, int32_t 
 /* ---- Volatility, bands and channels ------------------------------------------------------------
  */
 
+/* Start index, warm-up and refusals are those of the momentum oscillators: functions over bars use
+ * the start index as it is, those over series raise it to s. */
+
+/** Average true range: qxWellesMA over `period` bars of the true ranges from `start` on. First
+ * valid start + period - 1.
+ * Source: J. Welles Wilder, New Concepts in Technical Trading Systems, 1978. */
 QX_API int32_t qxATR(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Bollinger bands on the typical price: middle is its simple average over `period` bars, upper and
+ * lower lie `k` sample standard deviations (divisor period - 1) away. First valid of the three
+ * start + period - 1. Where the series is shorter, middle keeps the partial average at its last
+ * element.
+ * Source: John Bollinger, Bollinger on Bollinger Bands, 2001. */
+QX_API int32_t qxBollinger(const qxBars* bars, qxArray* upper, qxArray* middle, qxArray* lower,
+                           double k, int32_t period, int32_t start);
+
+/** Distance of the Bollinger bands: out[i] = 2 k standard deviations. First valid start + period -
+ * 1. */
+QX_API int32_t qxBollingerWidth(const qxBars* bars, qxArray* out, double k, int32_t period,
+                                int32_t start);
+
+/** Envelope of a series: upper[i] = in[i] + width[i] * factor, lower[i] = in[i] - width[i] *
+ * factor. First valid s. */
+QX_API int32_t qxEnvelope(const qxArray* in, const qxArray* width, qxArray* upper, qxArray* lower,
+                          double factor, int32_t start);
+
+/** Proportional envelope: upper[i] = in[i] + in[i] * pct, lower[i] = in[i] - in[i] * pct, where
+ * `pct` is a fraction (0.05 for 5 %). First valid s. */
+QX_API int32_t qxEnvelopePct(const qxArray* in, qxArray* upper, qxArray* lower, double pct,
+                             int32_t start);
+
+/** qxEnvelopePct around a moving average of `in` (`method` is QX_MA_...). First valid that of the
+ * average. A status of the average is returned, with both bands cleared. */
+QX_API int32_t qxMAEnvelope(const qxArray* in, qxArray* upper, qxArray* lower, double pct,
+                            int32_t method, int32_t period, int32_t start);
+
+/** Moving averages of the highs and of the lows (`method` is QX_MA_...), with their own first valid
+ * indexes. The first failure of an average is returned. */
+QX_API int32_t qxMAHighLow(const qxBars* bars, qxArray* hiOut, qxArray* loOut, int32_t method,
+                           int32_t period, int32_t start);
+
+/** Standard error bands: middle is qxLstSqrMA(in, period), and upper and lower lie `k` standard
+ * errors of the line (qxStdErr over the last `period` elements) away. The middle begins as early
+ * as `in` allows, the bands at s + period - 1, which is the first valid index of the three.
+ * Source: Jon Andersen, Standard Error Bands, Technical Analysis of Stocks & Commodities, 1996. */
+QX_API int32_t qxStdErrBands(const qxArray* in, qxArray* upper, qxArray* middle, qxArray* lower,
+                             double k, int32_t period, int32_t start);
+
+/** Price channels: the highest and the lowest price of the `period` bars before bar i, which is not
+ * among them (qxBarStats: all four prices, zeros ignored in the lowest). First valid start +
+ * period.
+ * Source: Richard Donchian's four-week rule. */
+QX_API int32_t qxPriceChannels(const qxBars* bars, qxArray* upper, qxArray* lower, int32_t period,
+                               int32_t start);
+
+/** Projection bands: the highest of the last `period` highs, each carried forward to bar i along
+ * the slope of the least-squares line through those highs, and the lowest of the lows likewise.
+ * First valid of both start + 2 period - 2.
+ * Source: Mel Widner, Signaling Change with Projection Bands, Technical Analysis of Stocks &
+ * Commodities, 1995. */
+QX_API int32_t qxProjectionBands(const qxBars* bars, qxArray* upper, qxArray* lower, int32_t period,
+                                 int32_t start);
+
+/** Projection bandwidth: 200 (upper - lower) / (upper + lower) of the projection bands, unguarded.
+ * First valid start + 2 period - 2. */
+QX_API int32_t qxProjectionBandwidth(const qxBars* bars, qxArray* out, int32_t period,
+                                     int32_t start);
+
+/** Projection oscillator: 100 (close - lower) / (upper - lower) of the projection bands, 0 when
+ * they meet; smoothed by qxExpMA when `smoothPeriod` is above 1. First valid start + 2 period -
+ * 2. */
+QX_API int32_t qxProjectionOscillator(const qxBars* bars, qxArray* out, int32_t period,
+                                      int32_t smoothPeriod, int32_t start);
+
+/** Chaikin's volatility: the change in percent over `period` bars of an exponential average of high
+ * - low with the same period, seeded at `start`; 0 where the earlier average is 0. First valid
+ * start + period.
+ * Source: Steven Achelis, Technical Analysis from A to Z. */
+QX_API int32_t qxChaikinVolatility(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Mass index: the sum over `period` bars, from start + 1 on, of e1 / e2 (0 when e2 is 0), where e1
+ * = 0.2 (high - low) + 0.8 e1 and e2 = 0.2 e1 + 0.8 e2 are seeded with high - low at `start`. Bars
+ * of one range give `period`. First valid start + period.
+ * Source: Donald Dorsey, The Mass Index, Technical Analysis of Stocks & Commodities, 1992. */
+QX_API int32_t qxMassIndex(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
+/** Wilder's volatility system, a stop that reverses the position. arcOut = qxATR(period) * k (first
+ * valid start + period - 1). sicOut is the significant close: the best close since the last
+ * reversal, beginning with the close of bar i0 = start + period - 2 (not below 0; its first valid
+ * index). sarOut[i] = sicOut[i-1] -/+ arcOut[i-1] is the stop of a long or short position; a close
+ * beyond it reverses. posOut is a signal, not a state: +1 on bars that reverse to long, -1 on bars
+ * that reverse to short, 0 elsewhere. The system begins short; sarOut and posOut are valid from i0
+ * + 1.
+ * Source: J. Welles Wilder, New Concepts in Technical Trading Systems, 1978. */
+QX_API int32_t qxWellesVolatility(const qxBars* bars, qxArray* sicOut, qxArray* arcOut,
+                                  qxArray* sarOut, qxArray* posOut, double k, int32_t period,
+                                  int32_t start);
 
 /* ---- Volume and money flow ---------------------------------------------------------------------
  */
