@@ -143,7 +143,8 @@ typedef struct qxBars {
 
 /** The classified candles of a bar set (32 bytes). A factor left at 0 takes its default. */
 typedef struct qxCandles {
-  uint8_t* codes;     /**< 4 bytes per bar: colour, body, upper shadow, lower shadow */
+  uint8_t* codes;     /**< 4 bytes per bar: colour, body, upper shadow, lower shadow; the block
+                           that qxCandleConstruct made and qxCandleFree releases */
   double shadowlong;  /**< factor above which a shadow is long, default 2.0 */
   double shadowshort; /**< factor below which a shadow is short, default 0.75 */
   double equality;    /**< relative tolerance of doji bodies and near prices, default 0.005 */
@@ -1543,8 +1544,219 @@ QX_API int32_t qxTurnFill(const qxArray* in, qxArray* out, int32_t first, int32_
 /* ---- Candles -----------------------------------------------------------------------------------
  */
 
+/** Classifies every bar of the set into the four codes that qxCandles holds:
+ * - colour 0 none (open = close), 1 black (open above close), 2 white (close above open);
+ * - body 3 long (above the average body), else 1 small (above lower end * equality), else 0 doji;
+ * - upper and lower shadow 3 long (above r * shadowlong), else 1 short (below r * shadowshort),
+ *   else 2 normal, where r is the body, and upper end * equality for a candle without colour.
+ * The average body is the mean of |open - close| over all bars of the set whose open and close
+ * differ; without any, no body is long. Factors that are 0 get their defaults, also in the record.
+ * A previous block of codes is not released: call qxCandleFree before constructing again. A set
+ * without bars gives an empty block. QX_ERR_MALLOC leaves the record as it was.
+ * (Steve Nison, Japanese Candlestick Charting Techniques, describes the candles.) */
+QX_API int32_t qxCandleConstruct(const qxBars* bars, qxCandles* candles);
+
+/** Releases the codes; the factors stay. Null is ignored. */
+QX_API void qxCandleFree(qxCandles* candles);
+
+/** Codes of one bar: colour, body, upper shadow, lower shadow; 0 outside the constructed bars. */
+QX_API int32_t qxCandleColor(const qxCandles* candles, int32_t index);
+QX_API int32_t qxCandleShape(const qxCandles* candles, int32_t index);
+QX_API int32_t qxCandleTopShadow(const qxCandles* candles, int32_t index);
+QX_API int32_t qxCandleBotShadow(const qxCandles* candles, int32_t index);
+
+/** 1 when a * tolerance > |a - b|, else 0. The tolerance is relative to `a` alone. */
+QX_API int32_t qxApproxEqual(double a, double b, double tolerance);
+
+/** (open + close) / 2 of a bar, 0.0 outside the set. */
+QX_API double qxBodyMidpoint(const qxBars* bars, int32_t index);
+
+/** 1 when the body of the bar lies wholly above that of the bar before it, else 0; 0 at index 0 and
+ * outside the set, as for the three that follow. */
+QX_API int32_t qxBodyGapUp(const qxBars* bars, int32_t index);
+
+/** 1 when the body of the bar lies wholly below that of the bar before it, else 0. */
+QX_API int32_t qxBodyGapDn(const qxBars* bars, int32_t index);
+
+/** 1 when low[i] > high[i-1], else 0. */
+QX_API int32_t qxWesternGapUp(const qxBars* bars, int32_t index);
+
+/** 1 when low[i-1] > high[i], else 0. */
+QX_API int32_t qxWesternGapDn(const qxBars* bars, int32_t index);
+
 /* ---- Candlestick patterns ----------------------------------------------------------------------
  */
+
+/*
+ * Every test below answers whether its pattern completes at bar `index` (i): 1 or 0. It reads the
+ * prices of the bars and the codes that qxCandleConstruct gave them; 0 when an earlier bar that it
+ * reads is not there, at or beyond the last bar or code, and for null records. A record constructed
+ * for another bar set gives meaningless results. The bars of a description stand in order of time,
+ * the last one is bar i. "Long", "small" and "doji" name the code of the body, "mid" its midpoint,
+ * "a ~ b" is qxApproxEqual(a, b, equality), and a body gaps as qxBodyGapUp and qxBodyGapDn say; all
+ * comparisons are strict but for >= and <=. The colours and comparisons are this library's own
+ * where textbooks differ: a hammer is black, a shooting star white, tweezers compare closes and
+ * opens.
+ */
+
+/** Writes the signals of a pattern: out[i] = 1.0 where it completes and 0.0 elsewhere, for the bars
+ * first .. last, limited to the data. `name` is the name of a test below in any letter case, with
+ * its "qx". Returns the number of bars found, or QX_ERR_INVALID_PARM: at once for an unknown name,
+ * with the output untouched, or else from the argument check. The output is prepared as for an
+ * indicator, its first valid index stays as it was. */
+QX_API int32_t qxCandleFill(const qxBars* bars, const qxCandles* candles, qxArray* out,
+                            const char* name, int32_t first, int32_t last);
+
+/* One and two bars. */
+
+/** White long candle that opens at its low. */
+QX_API int32_t qxBeltHoldLineBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long candle that opens at its high. */
+QX_API int32_t qxBeltHoldLineBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Doji without a lower shadow: low[i] = min(open[i], close[i]). */
+QX_API int32_t qxGravestoneDoji(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Doji with both shadows long. */
+QX_API int32_t qxLongLeggedDoji(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Small body and at least one long shadow. */
+QX_API int32_t qxHighWave(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black candle, body not long, upper shadow short, lower shadow long. */
+QX_API int32_t qxHammer(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White candle, body not long, upper shadow short, lower shadow long. */
+QX_API int32_t qxHangingman(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White candle, body not long, upper shadow long, lower shadow short. */
+QX_API int32_t qxInvertedHammer(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White candle, small body, upper shadow long, lower shadow short. */
+QX_API int32_t qxShootingStar(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White then black, neither a doji; close[i] ~ close[i-1]; open[i] - close[i-1] >= close[i-1] -
+ * open[i-1]. */
+QX_API int32_t qxCounterAttackBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black then white, neither a doji; close[i] ~ close[i-1]; close[i-1] - open[i] >= open[i-1] -
+ * close[i-1]. */
+QX_API int32_t qxCounterAttackBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long then black; open[i] > high[i-1]; close[i] < mid[i-1]. */
+QX_API int32_t qxDarkCloudCover(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long then white and no doji; open[i] < close[i-1]; close[i] > mid[i-1]. */
+QX_API int32_t qxPiercingLine(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White small then black long; open[i] > close[i-1]; close[i] < open[i-1]. */
+QX_API int32_t qxEngulfingLineBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black small then white long; open[i] < close[i-1]; close[i] > open[i-1]. */
+QX_API int32_t qxEngulfingLineBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** A small body strictly within the black long body before it. */
+QX_API int32_t qxHaramiBlack(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** A doji strictly within the black long body before it. */
+QX_API int32_t qxHaramiCrossBlack(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** A small body strictly within the white long body before it. */
+QX_API int32_t qxHaramiWhite(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** A doji strictly within the white long body before it. */
+QX_API int32_t qxHaramiCrossWhite(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black and no doji, then white small; close[i] ~ low[i-1]; close[i] > low[i-1]. */
+QX_API int32_t qxInNeckLine(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black then white; close[i-1] < close[i] < mid[i-1]. */
+QX_API int32_t qxThrustingLine(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White then black, neither a doji; open[i] = open[i-1]. The spelling is part of the name. */
+QX_API int32_t qxSeperatingLineBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black then white, neither a doji; open[i] = open[i-1]. */
+QX_API int32_t qxSeperatingLineBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long then white small; open[i] ~ close[i-1]. */
+QX_API int32_t qxStalledPattern(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black then white, neither a doji; open[i] = close[i-1]. */
+QX_API int32_t qxTweezerBottoms(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White then black, neither a doji; open[i] = close[i-1]. */
+QX_API int32_t qxTweezerTops(const qxBars* bars, const qxCandles* candles, int32_t index);
+
+/* Reversals of three and of five bars. */
+
+/** Black long, doji, white; high[i-1] lies below low[i-2] and below low[i]; close[i] > mid[i-2]. */
+QX_API int32_t qxAbandonedBabyBottom(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, doji, black; low[i-1] lies above high[i-2] and above high[i]; close[i] < mid[i-2].
+ */
+QX_API int32_t qxAbandonedBabyTop(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, doji whose body gaps up, black; close[i] < mid[i-2]. */
+QX_API int32_t qxEveningDojiStar(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, small body that gaps up, black; close[i] < mid[i-2]. */
+QX_API int32_t qxEveningStar(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long, doji whose body gaps down, white and no doji; open[i] > open[i-1]; close[i] >
+ * mid[i-2]. */
+QX_API int32_t qxMorningDojiStar(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long, small body that gaps down, white and no doji; open[i] > open[i-1]; close[i] >
+ * mid[i-2]. */
+QX_API int32_t qxMorningStar(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two black candles, then a doji with a short upper and a long lower shadow. */
+QX_API int32_t qxDragonflyDojiBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white candles, then a doji with a short upper and a long lower shadow. */
+QX_API int32_t qxDragonflyDojiBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white candles, then a black one; close[i] ~ close[i-1]. */
+QX_API int32_t qxMeetingLinesBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two black candles, then a white one; close[i] ~ close[i-1]. */
+QX_API int32_t qxMeetingLinesBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White small with a short upper shadow; a black outside bar with a short lower shadow; black with
+ * a short lower shadow; close[i] < low[i-1]. */
+QX_API int32_t qxThreeOutsideDown(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black small with a short upper shadow; a white outside bar with a short lower shadow; white with
+ * a short upper shadow; close[i] > high[i-1]. */
+QX_API int32_t qxThreeOutsideUp(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long with a short upper and a long lower shadow; a black inside bar with open[i-1] >
+ * close[i-2]; black without shadows. */
+QX_API int32_t qxThreeStarsInTheSouth(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, then two black; the body of i-1 gaps up; close[i] < close[i-1]; open[i] > open[i-1].
+ */
+QX_API int32_t qxUpsideGap2Crows(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Four black candles, the first long and with the largest body, then white long; open[i] <
+ * close[i-4]; close[i] > close[i-3]. */
+QX_API int32_t qxBreakawayBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Four white candles, the first long and with the largest body, then black long; open[i] >
+ * close[i-4]; close[i] < close[i-3]. */
+QX_API int32_t qxBreakawayBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three black long; black with a long upper shadow and high[i-1] > close[i-2]; white long with a
+ * short upper shadow, its body gapping up. */
+QX_API int32_t qxLadderBottom(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white, then three dojis; close[i-2] > close[i-3]; close[i-1] above close[i-2] and close[i].
+ */
+QX_API int32_t qxTriStarBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two black, then three dojis; close[i-2] < close[i-3]. */
+QX_API int32_t qxTriStarBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+
+/* Continuations and exhausted moves of three to five bars. */
+
+/** Three white with rising closes, and bodies that shrink from bar to bar; or else an upper shadow
+ * of i-2 that is not long and long ones of i-1 and i. */
+QX_API int32_t qxAdvanceBlock(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white long with short upper shadows, then white small whose body gaps up. */
+QX_API int32_t qxDeliberationBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two black long with short lower shadows, then black small whose body gaps down. */
+QX_API int32_t qxDeliberationBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black, black long, white; open[i] < low[i-1]; close[i] ~ low[i-1]. */
+QX_API int32_t qxOnNeck(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white of one body code, no dojis; the body of i-1 gaps down from i-2; close[i] ~ close[i-1].
+ */
+QX_API int32_t qxSideBySideWhiteGapDn(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white of one body code, no dojis; the body of i-1 gaps up from i-2; open[i] ~ open[i-1]. */
+QX_API int32_t qxSideBySideWhiteGapUp(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two black, then white with the body code of i-1; open[i] > close[i-1]; open[i-1] < close[i] <
+ * close[i-2]; open[i-1] < close[i-2]. */
+QX_API int32_t qxTasukiDownsideGap(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white, then black with the body code of i-1; open[i] < close[i-1]; close[i-2] < close[i] <
+ * open[i-1]; open[i-1] > close[i-2]. */
+QX_API int32_t qxTasukiUpsideGap(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three bodies in a row that gap up from the one before. Reads three earlier bars. */
+QX_API int32_t qxThreeGapsUp(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three bodies in a row that gap down from the one before. Reads three earlier bars. */
+QX_API int32_t qxThreeGapsDown(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three white with short upper shadows and rising highs, each with high ~ close. */
+QX_API int32_t qxThreeWhiteSoldiers(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three black long with falling closes, then white; open[i] < close[i-1]; close[i] > open[i-3]. */
+QX_API int32_t qxThreeLineStrikeBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three white long with rising closes, then black; open[i] > close[i-1]; close[i] < open[i-3]. */
+QX_API int32_t qxThreeLineStrikeBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long, three white small, black long; close[i] < close[i-4]; open[i-3] > close[i-4];
+ * close[i-3] < close[i-2] < close[i-1]; close[i-1] <= max(open[i], open[i-4]). */
+QX_API int32_t qxFalling3Method(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, three black small, white long; close[i] > close[i-4]; open[i-3] < close[i-4];
+ * close[i-3] > close[i-2] > close[i-1]; close[i-1] >= min(open[i], open[i-4]). */
+QX_API int32_t qxRising3Method(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, three black small with falling opens, white and no doji; the bodies of i-3 and of i
+ * gap up. */
+QX_API int32_t qxMatHoldPattern(const qxBars* bars, const qxCandles* candles, int32_t index);
 
 /* ---- Options -----------------------------------------------------------------------------------
  */
