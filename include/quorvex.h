@@ -1770,15 +1770,125 @@ QX_API int32_t qxMatHoldPattern(const qxBars* bars, const qxCandles* candles, in
 /* ---- CompuTrac files
  * ----------------------------------------------------------------------------- */
 
+QX_API int32_t qxCTfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxCTlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxCTread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                        int32_t count);
+QX_API int32_t qxCTreadarray(qxArray* array, const char* folder, const char* file, int32_t field,
+                             int32_t start, int32_t count);
+
 /* ---- Other vendors' files
  * ------------------------------------------------------------------------ */
+
+QX_API int32_t qxCSIfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxCSIlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxCSIread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                         int32_t count);
+
+QX_API int32_t qxDJfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxDJlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxDJread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                        int32_t count);
+
+QX_API int32_t qxFSfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxFSlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxFSread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                        int32_t count);
+
+QX_API int32_t qxTCfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxTClist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxTCread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                        int32_t count);
+
+QX_API int32_t qxTTfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxTTlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxTTread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                        int32_t count);
+
+QX_API int32_t qxAIQfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxAIQlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxAIQread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                         int32_t count);
 
 /* ---- Delimited text files
  * ------------------------------------------------------------------------ */
 
+/*
+ * Data files: every operation names a file by a folder and a file name. White space around both is
+ * dropped, a backslash is put between them unless the folder is empty or ends in a backslash or
+ * colon, and the whole is cut to 255 characters. On Linux a backslash opens as a slash.
+ *
+ * Range of records (`start`, `count`) of every reader, for a file of N records counted from 0: a
+ * `count` below 0 means all records from `start` on, a `start` below 0 the last `count` records.
+ * A `start` of N or more gives QX_ERR_RECORD_NOT_FOUND. An output without storage is allocated with
+ * `count` elements, also when the file has fewer; one with storage takes at most its capacity.
+ *
+ * Text price files hold one bar a line, with fields separated by runs of delimiter characters, so
+ * that a field is never empty and later fields move up where one is left out. Fields count from 1.
+ * Lines end in LF or CRLF. A line of more than 254 characters, newline included, is read as
+ * several. Numbers are decimal text with a point, whatever the C locale; other text reads as 0.
+ */
+
+/** Reads the description file of a folder of text files (usually "txtinfo.txt") into `info`.
+ *
+ * Each line is a key, "=" and a value, keys in any case: delimit (the delimiter characters, at most
+ * 16, "\t" for a tab and "_" for a blank), skip, dt, ti, op, hi, lo, cl, vol, oi (integers, see
+ * qxTXTinfo) and dtformat (YMD, MDY, DMY, or a longer name of the same order such as MM_DD_CCYY).
+ * Unknown keys and orders are ignored, a later line wins. `info` is cleared first, its delimiter
+ * set to one blank. QX_ERR_FILE_OPEN when the file cannot be opened. */
 QX_API int32_t qxTXTreadinfo(const char* folder, const char* file, qxTXTinfo* info);
+
+/** Creates or replaces a description file. QX_ERR_FILE_OPEN when it cannot be created,
+ * QX_ERR_FILE_WRITE when it could not be written whole. */
+QX_API int32_t qxTXTwriteinfo(const char* folder, const char* file, const qxTXTinfo* info);
+
+/** Reads bars of a text file laid out as `info`, in ascending order of date.
+ *
+ * The first two different dates tell whether the file ascends or descends; equal dates alone count
+ * as ascending. An ascending file follows the range rule, and the set's size becomes the number of
+ * bars read. In a descending file (newest line first) bars are stored from the last one back, and
+ * the set's size stays what it was or what the allocation made it:
+ * - `start` 0: the oldest `count` records; below 0: the newest `count` records;
+ * - `start` above 0: the `count` records that end `start` lines below the top;
+ * - `count` below 0: all records, or with a `start` above 0 the oldest `start` + 1.
+ *
+ * The date series takes the date field plus, where `ti` differs from `dt`, the time field. Fields
+ * that a line lacks are 0. Blank lines are passed over; a line of blanks alone counts as a record
+ * of the file but gives no bar. The set's descriptive fields are filled: filetype QX_FILE_TEXT,
+ * reccnt, path, name, and description and symbol with the file name up to its first point.
+ *
+ * `count` 0 fills the descriptive fields and empties the set. QX_ERR_FILE_OPEN;
+ * QX_ERR_RECORD_NOT_FOUND; QX_ERR_MALLOC; QX_ERR_FILE_READ, with the bars read until then. */
 QX_API int32_t qxTXTread(qxBars* bars, const char* folder, const char* file, const qxTXTinfo* info,
                          int32_t start, int32_t count);
+
+/** Reads field number `field` of each record into a series, by the range rule, in the order of the
+ * file; a line without that field gives 0. `delimiters` is a zero-terminated set, `skip` the number
+ * of header lines. The series' size becomes the number of values read. `count` 0 returns at once.
+ * Statuses as qxTXTread. */
+QX_API int32_t qxTXTreadarray(qxArray* array, const char* folder, const char* file,
+                              const char* delimiters, int32_t skip, int32_t field, int32_t start,
+                              int32_t count);
+
+/** Number (from 0) of the record dated `date`, date plus time, or of the nearest later one;
+ * QX_ERR_RECORD_NOT_FOUND when the date lies outside the file's dates. Files may ascend or descend.
+ * `founddate` (may be null) receives that record's date and is left alone when there is none. A
+ * time field that stands before the date field does not count. */
+QX_API int32_t qxTXTfindrec(const char* folder, const char* file, const qxTXTinfo* info,
+                            double date, double* founddate);
+
+/** Lists a folder's files *.ASC, *.CSV, *.PRN and *.TXT, the description file left out: name,
+ * symbol (the name up to its first point), long name and date of the last modification in the
+ * default date order. `outfile` "STDOUT", in any case, is standard output; another file is appended
+ * to when `append` is non-zero, else replaced. A folder that cannot be listed gives the header
+ * alone. QX_ERR_FILE_OPEN, QX_ERR_FILE_WRITE. */
+QX_API int32_t qxTXTlist(const char* folder, const char* outfile, int32_t append);
+
+/** Writes a text, as it is, to an output named as for qxTXTlist. */
+QX_API int32_t qxTXTwrite(const char* text, const char* outfile, int32_t append);
+
+/** Writes a text and a line end to an output named as for qxTXTlist. */
+QX_API int32_t qxTXTwriteline(const char* text, const char* outfile, int32_t append);
 
 /* ---- Trading simulation: orders and positions
  * ----------------------------------------------------- */
