@@ -37,7 +37,7 @@ tidy() {
     grep -v gdi_painter.cpp | xargs -P "$(nproc)" -n 4 clang-tidy -p build/clang --quiet
 }
 
-build() { cmake --preset "$1" && cmake --build --preset "$1"; }
+build() { cmake --preset "$1" -DQX_BUILD_TESTS=ON && cmake --build --preset "$1"; }
 
 # Runs a Windows program from its own folder, beside the DLL, with a display of its own.
 on_windows() {
@@ -65,6 +65,13 @@ step "Building for Windows" build windows
 step "Starting Wine" start_wine
 run_tests "Testing on Windows" on_windows ./quorvex_tests.exe
 run_tests "Testing the internals on Windows" on_windows ./quorvex_internal_tests.exe
+
+step "Comparing the exported names" scripts/check_exports.py build/native/libquorvex.so \
+  build/windows/bin/quorvex.dll
+for client in quorvex_client_c99 quorvex_client_cpp17; do
+  step "Running $client on Linux" build/native/bin/$client
+  step "Running $client on Windows" on_windows ./$client.exe
+done
 
 step "Building with clang" clang_build
 step "Analysing with clang-tidy" tidy
