@@ -298,6 +298,47 @@ typedef struct qxOptVar {
 /* ---- Records: options and bonds ---------------------------------------------------------------
  */
 
+/** One option of a strategy (28 bytes). */
+typedef struct qxOptionLeg {
+  double premium;    /**< price of the option per unit of the underlying */
+  double strike;     /**< strike price */
+  int32_t type;      /**< QX_OPTION_CALL or QX_OPTION_PUT */
+  double expiration; /**< date number of the expiration */
+} qxOptionLeg;
+
+/** An option strategy (176 bytes): the price and the legs are given, the rest is computed. */
+typedef struct qxOptionStrategy {
+  double price;       /**< price of the underlying */
+  qxOptionLeg long1;  /**< first bought option */
+  qxOptionLeg long2;  /**< second bought option */
+  qxOptionLeg short1; /**< first sold option */
+  qxOptionLeg short2; /**< second sold option */
+  double maxprofit;   /**< maximum profit, 0 when unlimited */
+  double riskreward;  /**< maximum loss / maximum profit, 0 for straddles and strangles */
+  double maxloss;     /**< maximum loss, 0 when unlimited */
+  double upper;       /**< upper break-even price */
+  double lower;       /**< lower break-even price, for spreads the same */
+  double uppermove;   /**< (upper - price) / price */
+  double lowermove;   /**< (lower - price) / price */
+} qxOptionStrategy;
+
+/** A sum at compound interest, or an annuity (28 bytes). */
+typedef struct qxTimeValue {
+  double amount;   /**< present value, principal or payment */
+  double rate;     /**< percent per year */
+  double years;    /**< term in years; for annuities the number of payments */
+  int32_t periods; /**< compounding periods per year */
+} qxTimeValue;
+
+/** A bond or a Treasury bill (36 bytes). */
+typedef struct qxBond {
+  double face;      /**< face value */
+  double price;     /**< price */
+  double coupon;    /**< coupon amount per year */
+  int32_t payments; /**< coupon payments per year */
+  double maturity;  /**< date number of the maturity */
+} qxBond;
+
 /* ---- Records: graphs --------------------------------------------------------------------------
  */
 
@@ -1761,8 +1802,136 @@ QX_API int32_t qxMatHoldPattern(const qxBars* bars, const qxCandles* candles, in
 /* ---- Options -----------------------------------------------------------------------------------
  */
 
+/** Sets price, legs and results to zero. */
+QX_API int32_t qxOptionInit(qxOptionStrategy* strategy);
+
+/** The standard normal cumulative probability N(x), within 1e-6: with k = 1 / (1 + 0.23164191 |x|),
+ * q = 0.39894232 e^(-x^2 / 2) k ((((1.330274 k - 1.821256) k + 1.781478) k - 0.3565638) k +
+ * 0.319381511); 1 - q for x > 0, else q. (Abramowitz and Stegun, Handbook of Mathematical
+ * Functions, 26.2.17, with constants of this library's own in the last digits.) */
+QX_API double qxApprxCumProbDist(double x);
+
+/** Theoretical value of a European option.
+ * - leg: strike, type and expiration are read; any type but QX_OPTION_PUT is valued as a call;
+ * - price: price of the underlying;
+ * - rate: risk-free rate in percent per year;
+ * - variance: annual variance of returns, the square of the volatility;
+ * - date: date number of the valuation.
+ * With t = whole days to the expiration / 360, r = rate / 100, v = sqrt(variance) sqrt(t),
+ * d1 = (ln(price / strike) + (r + variance / 2) t) / v and d2 = d1 - v:
+ * call = price N(d1) - strike e^(-r t) N(d2), put = strike e^(-r t) N(-d2) - price N(-d1), N being
+ * qxApprxCumProbDist. An expired option, a variance of 0, a price or strike not above 0 give
+ * infinities or NaNs. (Black and Scholes, The Pricing of Options and Corporate Liabilities.) */
+QX_API double qxBlackScholes(const qxOptionLeg* leg, double price, double rate, double variance,
+                             double date);
+
+/*
+ * The strategies below fill the seven results of the record from its price and the legs they name;
+ * other legs are ignored. QX_ERR_INVALID_PARM when the price of the underlying is not above 0: the
+ * two moves then stay as they were, the other results are stored. A spread whose maximum profit is
+ * 0 has an infinite or undefined ratio. Only qxBearCall takes its strikes in either order.
+ */
+
+/** Bull call spread: long1 a call, short1 a call of a higher strike. Loss = long1 premium - short1
+ * premium; profit = short1 strike - long1 strike - loss; break-even = long1 strike + loss. */
+QX_API int32_t qxBullCall(qxOptionStrategy* strategy);
+
+/** Bull put spread: short1 a put, long1 a put of a lower strike. Profit = short1 premium - long1
+ * premium; loss = short1 strike - long1 strike - profit; break-even = short1 strike - profit. */
+QX_API int32_t qxBullPut(qxOptionStrategy* strategy);
+
+/** Bear call spread: short1 a call, long1 a call of a higher strike. Profit = short1 premium -
+ * long1 premium; loss = |short1 strike - long1 strike| - profit; break-even = short1 strike +
+ * profit. */
+QX_API int32_t qxBearCall(qxOptionStrategy* strategy);
+
+/** Bear put spread: long1 a put, short1 a put of a lower strike. Loss = long1 premium - short1
+ * premium; profit = long1 strike - short1 strike - loss; break-even = long1 strike - loss. */
+QX_API int32_t qxBearPut(qxOptionStrategy* strategy);
+
+/** Long straddle: long1 and long2. Loss = the sum of the premiums; break-evens = long1 strike +
+ * loss and long1 strike - loss. Profit and ratio are 0. */
+QX_API int32_t qxLongStraddle(qxOptionStrategy* strategy);
+
+/** Long strangle: long1 a call, long2 a put, else QX_ERR_INVALID_PARM with nothing stored. Loss =
+ * the sum of the premiums; break-evens = long1 strike + loss and long2 strike - loss. Profit and
+ * ratio are 0. */
+QX_API int32_t qxLongStrangle(qxOptionStrategy* strategy);
+
+/** Short straddle: short1 and short2. Profit = the sum of the premiums; break-evens = short1 strike
+ * + profit and short1 strike - profit. Loss and ratio are 0. */
+QX_API int32_t qxShortStraddle(qxOptionStrategy* strategy);
+
+/** Short strangle: short1 a call, short2 a put, else QX_ERR_INVALID_PARM with nothing stored.
+ * Profit = the sum of the premiums; break-evens = short1 strike + profit and short2 strike -
+ * profit. Loss and ratio are 0. */
+QX_API int32_t qxShortStrangle(qxOptionStrategy* strategy);
+
 /* ---- Bonds and time value -----------------------------------------------------------------------
  */
+
+/*
+ * Rates and yields are in percent per year, dates are date numbers and days are whole days.
+ * Degenerate input (a rate of 0 in qxFutureValueAnnuity, a price of 0, a maturity on the valuation
+ * date) gives infinities or NaNs; a null record gives 0. With r = rate / 100, m = periods and n =
+ * m * years:
+ */
+
+/** amount (1 + r / m)^n; -1.0 when periods is not above 0. */
+QX_API double qxFutureValue(const qxTimeValue* tv);
+
+/** amount (1 + r / m)^(-n); -1.0 when periods is not above 0. */
+QX_API double qxPresentValue(const qxTimeValue* tv);
+
+/** The principal that grows to a future value: futureValue / (1 + r / m)^n, also stored as the
+ * record's amount; -1.0 when periods is not above 0, with the record unchanged. */
+QX_API double qxFutureValuePrinc(qxTimeValue* tv, double futureValue);
+
+/** The rate at which the amount grows to a future value: 100 ((futureValue / amount)^(1 / years) -
+ * 1), also stored as the record's rate. */
+QX_API double qxFutureValueInt(qxTimeValue* tv, double futureValue);
+
+/** Value of `years` payments of `amount` at the last of them: amount ((1 + r)^years - 1) / r, r
+ * being the rate per payment. */
+QX_API double qxFutureValueAnnuity(const qxTimeValue* tv);
+
+/** Value of `years` payments of `amount` one period before the first: amount (1 - 1 / (1 +
+ * r)^years) / r; -1.0 when the rate is not above 0. */
+QX_API double qxPresentValueAnnuity(const qxTimeValue* tv);
+
+/** Interest accrued over a half-year coupon period: days from lastCoupon to settlement /
+ * (daysPerYear / 2) * (coupon / 2), coupon being the amount per year. */
+QX_API double qxBondAccrInt(double coupon, double settlement, double lastCoupon,
+                            double daysPerYear);
+
+/** Present value of the remaining cash flows at a yield: the sum of coupon / payments / y^t over t
+ * = 1 / payments, 2 / payments, ... T, with the face value added to the last, y = 1 + yield / 100
+ * and T = (days from `date` to the maturity + 182) / 365 in whole years. The times add up in
+ * doubles: where 1 / payments is not exact (3, 12, ...) the last may miss T, and the face value is
+ * left out. 0.0 when payments is not above 0. At most a million payments are counted. */
+QX_API double qxBondPricing(const qxBond* bond, double yield, double date);
+
+/** Macaulay duration in years on annual cash flows: the sum of k * coupon / (1 + yield / 100)^k
+ * over the whole years k = 1 .. Y, with the face value added to the last coupon, divided by the
+ * price; Y = days from `date` to the maturity / 365, truncated. (Frederick Macaulay, Some
+ * Theoretical Problems Suggested by the Movements of Interest Rates.) */
+QX_API double qxBondDuration(const qxBond* bond, double yield, double date);
+
+/** Price change that a duration predicts for a change of yield: -duration ((newYield - oldYield) /
+ * 100) / (1 + newYield / 100) * price; -1.0 when newYield is below 1.0. */
+QX_API double qxBondDurationPriceChg(double price, double oldYield, double duration,
+                                     double newYield);
+
+/** Approximate yield to maturity as a fraction: coupon / price + (face - price) / price / (days to
+ * the maturity / 365). */
+QX_API double qxYieldtoMaturity(const qxBond* bond, double date);
+
+/** Discount yield of a bill as a fraction: (face - price) / days to the maturity * 360 / face. */
+QX_API double qxTBillDiscYield(const qxBond* bill, double date);
+
+/** Bond-equivalent yield of a bill as a fraction: (face - price) / days to the maturity * 365 /
+ * price. */
+QX_API double qxTBillBondEqYield(const qxBond* bill, double date);
 
 /* ---- File-type dispatch and file information
  * ----------------------------------------------------- */
