@@ -1194,6 +1194,11 @@ QX_API double qxOBOi(const qxBars* bars, int32_t from, int32_t to);
  * First valid index start + period - 1. A period below 1 gives QX_ERR_INVALID_PARM. */
 QX_API int32_t qxOBOiMv(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
 
+/** Smoothed on-balance volume: the exponential average of qxOBV with `period`, seeded at start + 1,
+ * the first valid index. A period below 1 gives QX_ERR_INVALID_PARM. This library's own
+ * definition. */
+QX_API int32_t qxOBVolExp(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
 /** Accumulation/distribution line: out[i] = out[i-1] + clv v, out[start] = clv v, with the close
  * location value clv = ((c - l) - (h - c)) / (h - l). Where h = l, clv is +1 when c >= c' and on
  * the start bar, -1 otherwise. First valid index start.
@@ -1263,8 +1268,8 @@ QX_API int32_t qxMoneyFlowIndex(const qxBars* bars, qxArray* out, int32_t period
  * exceeds that of the bar before, else -1; dm = h - l; cm = cm + dm while T holds, and
  * (h' - l') + dm at the first bar and whenever T changes; volume force
  * vf = v |2 dm / cm - 1| T 100, 0 when cm = 0. koOut = EMA(vf, period1) - EMA(vf, period2) and
- * signalOut = EMA(koOut, signalPeriod) (usual 34, 55, 13), all seeded at start + 1, the first valid index of both. A period below 1
- * gives QX_ERR_INVALID_PARM.
+ * signalOut = EMA(koOut, signalPeriod) (usual 34, 55, 13), all seeded at start + 1, the first
+ * valid index of both. A period below 1 gives QX_ERR_INVALID_PARM.
  * Source: Stephen Klinger, Technical Analysis of Stocks & Commodities, December 1997. */
 QX_API int32_t qxKO(const qxBars* bars, qxArray* koOut, qxArray* signalOut, int32_t period1,
                     int32_t period2, int32_t signalPeriod, int32_t start);
@@ -1297,11 +1302,6 @@ QX_API int32_t qxHerrickPayoffIndex(const qxBars* bars, qxArray* out, double cen
  * Stocks & Commodities); the details never published are this library's own definition. */
 QX_API int32_t qxDemandIdx(const qxBars* bars, qxArray* out, int32_t period, int32_t smoothPeriod,
                            int32_t start);
-
-/** Smoothed on-balance volume: the exponential average of qxOBV with `period`, seeded at start + 1,
- * the first valid index. A period below 1 gives QX_ERR_INVALID_PARM. This library's own
- * definition. */
-QX_API int32_t qxOBVolExp(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
 
 /** Swing index. With p' the open of the bar before and p that of the bar, a = |h - c'|,
  * b = |l - c'|, d = |h - l|, e = |c' - p'| and k = max(a, b): r = a - b/2 + e/4 when a is the
