@@ -21,11 +21,10 @@ bool anyNull(const Records& records) {
   return std::any_of(records.begin(), records.end(), [](const auto* r) { return r == nullptr; });
 }
 
-}  // namespace
-
-int32_t qxCheckArgs(std::initializer_list<const qxBars*> bars,
-                    std::initializer_list<const qxArray*> inputs,
-                    std::initializer_list<qxArray*> outputs) {
+// What qxCheckArgs does, with a choice of whether the elements that will be in use are cleared.
+int32_t prepare(std::initializer_list<const qxBars*> bars,
+                std::initializer_list<const qxArray*> inputs,
+                std::initializer_list<qxArray*> outputs, bool clearUsed) {
   if (bars.size() == 0 && inputs.size() == 0) return QX_ERR_INVALID_PARM;
   if (anyNull(bars) || anyNull(inputs) || anyNull(outputs)) return QX_ERR_INVALID_PARM;
 
@@ -56,7 +55,8 @@ int32_t qxCheckArgs(std::initializer_list<const qxBars*> bars,
 
   for (qxArray* out : outputs) {
     if (out->data != nullptr) {
-      std::memset(out->data, 0, static_cast<size_t>(out->datasize) * sizeof(double));
+      const int32_t kept = clearUsed ? 0 : std::min(length, out->datasize);
+      std::memset(out->data + kept, 0, static_cast<size_t>(out->datasize - kept) * sizeof(double));
     } else {
       const int32_t status = qxAllocArray(out, capacity);
       if (status != QX_SUCCESS) return status;
@@ -65,6 +65,14 @@ int32_t qxCheckArgs(std::initializer_list<const qxBars*> bars,
     out->size = length;
   }
   return length;
+}
+
+}  // namespace
+
+int32_t qxCheckArgs(std::initializer_list<const qxBars*> bars,
+                    std::initializer_list<const qxArray*> inputs,
+                    std::initializer_list<qxArray*> outputs) {
+  return prepare(bars, inputs, outputs, true);
 }
 
 int32_t qxMaxFirstValid(int32_t start, std::initializer_list<const qxArray*> arrays) {
@@ -85,6 +93,10 @@ int32_t qxAllocArrays(int32_t size, std::initializer_list<qxArray*> arrays) {
 
 namespace qx {
 
+int32_t checkArgsForOverwrite(const qxArray* in, qxArray* out) {
+  return prepare({}, {in}, {out}, false);
+}
+
 int64_t startIndex(int32_t start, std::initializer_list<const qxArray*> arrays) {
   return std::max(0, qxMaxFirstValid(start, arrays));
 }
@@ -101,6 +113,10 @@ int32_t heldLength(int32_t length, std::initializer_list<const qxArray*> series)
 qxArray headOf(const qxArray& array, int32_t length) {
   const int32_t held = std::min(heldSize(array), length);
   return {array.data, held, held, array.firstvalid};
+}
+
+int32_t heldBars(const qxBars& bars, int32_t length) {
+  return heldLength(length, {&bars.high, &bars.low, &bars.close});
 }
 
 int32_t markFirstValid(int64_t index, std::initializer_list<qxArray*> outputs) {

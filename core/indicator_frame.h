@@ -23,6 +23,10 @@ int32_t qxAllocArrays(int32_t size, std::initializer_list<qxArray*> arrays);
 
 namespace qx {
 
+// qxCheckArgs for functions that write every element in use themselves, the leading zeros included:
+// it clears only the capacity beyond them, which spares a pass over memory.
+int32_t checkArgsForOverwrite(const qxArray* in, qxArray* out);
+
 // Index at which an indicator begins: the caller's start raised to every input's first valid
 // index, never below 0. In 64 bits, so that periods and lags can be added to it.
 int64_t startIndex(int32_t start, std::initializer_list<const qxArray*> arrays = {});
@@ -38,6 +42,9 @@ int32_t heldLength(int32_t length, std::initializer_list<const qxArray*> series)
 // read and write no more than these and leave the size of the series alone. What an inner call
 // sets as first valid index has to be carried over.
 qxArray headOf(const qxArray& array, int32_t length);
+
+// The bars up to `length` of which high, low and close are all held.
+int32_t heldBars(const qxBars& bars, int32_t length);
 
 // Sets the first valid index of each output, brought into 0 .. INT32_MAX, and returns QX_SUCCESS.
 int32_t markFirstValid(int64_t index, std::initializer_list<qxArray*> outputs);

@@ -9,8 +9,10 @@
 namespace qx {
 
 // The number of elements to compute, or a negative status. When both records hold the same block
-// nothing is cleared or resized and the length is the input's; otherwise this is qxCheckArgs.
-int32_t prepareAverage(const qxArray* in, qxArray* out);
+// nothing is cleared or resized and the length is the input's. Otherwise this is qxCheckArgs,
+// except that an average which writes all of its elements (`writesAll`) finds only those before its
+// start index cleared.
+int32_t prepareAverage(const qxArray* in, qxArray* out, int32_t start, bool writesAll);
 
 }  // namespace qx
 

@@ -18,9 +18,9 @@ Prices pricesOf(const qxBars& bars) {
   return {bars.open.data, bars.high.data, bars.low.data, bars.close.data};
 }
 
-// The part of `length` that open (when asked for), high, low and close hold.
-int32_t heldBars(const qxBars& bars, int32_t length, bool withOpen = false) {
-  length = qx::heldLength(length, {&bars.high, &bars.low, &bars.close});
+// The bars up to `length` that hold every price a composite reads.
+int32_t heldPrices(const qxBars& bars, int32_t length, bool withOpen) {
+  length = qx::heldBars(bars, length);
   return withOpen ? qx::heldLength(length, {&bars.open}) : length;
 }
 
@@ -59,7 +59,7 @@ using Composite = double (*)(const Prices& prices, int64_t i);
 template <Composite composite>
 double priceAt(const qxBars* bars, int32_t index, bool withOpen = false) {
   if (bars == nullptr || index < 0) return 0.0;
-  if (index >= heldBars(*bars, bars->barsize, withOpen)) return 0.0;
+  if (index >= heldPrices(*bars, bars->barsize, withOpen)) return 0.0;
   return composite(pricesOf(*bars), index);
 }
 
@@ -69,7 +69,7 @@ int32_t priceSeries(const qxBars* bars, qxArray* out, int32_t start, bool withOp
   if (length < 1) return length;
   const int64_t s = qx::startIndex(start);
   const Prices prices = pricesOf(*bars);
-  const int32_t end = heldBars(*bars, length, withOpen);
+  const int32_t end = heldPrices(*bars, length, withOpen);
   for (int64_t i = s; i < end; ++i) out->data[i] = composite(prices, i);
   return qx::markFirstValid(s, {out});
 }
@@ -135,6 +135,6 @@ int32_t qxTR(const qxBars* bars, qxArray* out, int32_t start) {
   const int32_t length = qxCheckArgs({bars}, {}, {out});
   if (length < 1) return length;
   const int64_t s = qx::startIndex(start);
-  trueRanges(pricesOf(*bars), out->data, heldBars(*bars, length), s);
+  trueRanges(pricesOf(*bars), out->data, qx::heldBars(*bars, length), s);
   return qx::markFirstValid(s, {out});
 }

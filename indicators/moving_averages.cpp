@@ -103,17 +103,22 @@ constexpr std::array<Method, 8> kMethods = {
 
 namespace qx {
 
-int32_t prepareAverage(const qxArray* in, qxArray* out) {
+int32_t prepareAverage(const qxArray* in, qxArray* out, int32_t start, bool writesAll) {
   if (in == nullptr || out == nullptr) return QX_ERR_INVALID_PARM;
-  if (!inPlace(in, out)) return qxCheckArgs({}, {in}, {out});
-  const int32_t length = heldSize(*in);
-  return length > 0 ? length : QX_ERR_INVALID_PARM;
+  if (inPlace(in, out)) {
+    const int32_t held = heldSize(*in);
+    return held > 0 ? held : QX_ERR_INVALID_PARM;
+  }
+  if (!writesAll) return qxCheckArgs({}, {in}, {out});
+  const int32_t length = checkArgsForOverwrite(in, out);
+  if (length > 0) std::fill_n(out->data, std::min<int64_t>(startIndex(start, {in}), length), 0.0);
+  return length;
 }
 
 }  // namespace qx
 
 int32_t qxSimpleMA(const qxArray* in, qxArray* out, int32_t period, int32_t start) {
-  const int32_t length = qx::prepareAverage(in, out);
+  const int32_t length = qx::prepareAverage(in, out, start, period > 0);
   if (length < 1) return length;
   const int64_t s = qx::startIndex(start, {in});
   const auto divisor = static_cast<double>(period);
@@ -123,7 +128,7 @@ int32_t qxSimpleMA(const qxArray* in, qxArray* out, int32_t period, int32_t star
 }
 
 int32_t qxMovingSum(const qxArray* in, qxArray* out, int32_t period, int32_t start) {
-  const int32_t length = qx::prepareAverage(in, out);
+  const int32_t length = qx::prepareAverage(in, out, start, period > 0);
   if (length < 1) return length;
   const int64_t s = qx::startIndex(start, {in});
   rollBackwards(in->data, qx::heldSize(*in), out->data, length, s, period,

@@ -167,7 +167,7 @@ void dynamicAverage(const double* in, const double* cmo, double* out, int64_t le
 }  // namespace
 
 int32_t qxExpMA(const qxArray* in, qxArray* out, double period, int32_t start) {
-  const int32_t length = qx::prepareAverage(in, out);
+  const int32_t length = qx::prepareAverage(in, out, start, true);
   if (length < 1) return length;
   const int64_t s = qx::startIndex(start, {in});
   exponentialAverage(in->data, out->data, length, s, qxPeriodToExp(period));
@@ -229,7 +229,7 @@ int32_t qxZeroLagExpMA(const qxArray* in, qxArray* out, double period, int32_t s
 }
 
 int32_t qxWellesMA(const qxArray* in, qxArray* out, int32_t period, int32_t start) {
-  const int32_t length = qx::prepareAverage(in, out);
+  const int32_t length = qx::prepareAverage(in, out, start, period > 0);
   if (length < 1) return length;
   const int64_t s = qx::startIndex(start, {in});
   wellesAverage(in->data, out->data, length, s, period);
@@ -237,7 +237,7 @@ int32_t qxWellesMA(const qxArray* in, qxArray* out, int32_t period, int32_t star
 }
 
 int32_t qxWellesSum(const qxArray* in, qxArray* out, int32_t period, int32_t start) {
-  const int32_t length = qx::prepareAverage(in, out);
+  const int32_t length = qx::prepareAverage(in, out, start, period > 0);
   if (length < 1) return length;
   const int64_t s = qx::startIndex(start, {in});
   wellesSum(in->data, out->data, length, s, period);
