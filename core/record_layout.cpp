@@ -245,3 +245,36 @@ QX_AT(qxGraphInfo, element, 4);
 QX_AT(qxGraphInfo, kind, 8);
 QX_AT(qxGraphInfo, x, 12);
 QX_AT(qxGraphInfo, bar, 16);
+
+static_assert(sizeof(qxOptionLeg) == 28);
+QX_AT(qxOptionLeg, premium, 0);
+QX_AT(qxOptionLeg, strike, 8);
+QX_AT(qxOptionLeg, type, 16);
+QX_AT(qxOptionLeg, expiration, 20);
+
+static_assert(sizeof(qxOptionStrategy) == 176);
+QX_AT(qxOptionStrategy, price, 0);
+QX_AT(qxOptionStrategy, long1, 8);
+QX_AT(qxOptionStrategy, long2, 36);
+QX_AT(qxOptionStrategy, short1, 64);
+QX_AT(qxOptionStrategy, short2, 92);
+QX_AT(qxOptionStrategy, maxprofit, 120);
+QX_AT(qxOptionStrategy, riskreward, 128);
+QX_AT(qxOptionStrategy, maxloss, 136);
+QX_AT(qxOptionStrategy, upper, 144);
+QX_AT(qxOptionStrategy, lower, 152);
+QX_AT(qxOptionStrategy, uppermove, 160);
+QX_AT(qxOptionStrategy, lowermove, 168);
+
+static_assert(sizeof(qxTimeValue) == 28);
+QX_AT(qxTimeValue, amount, 0);
+QX_AT(qxTimeValue, rate, 8);
+QX_AT(qxTimeValue, years, 16);
+QX_AT(qxTimeValue, periods, 24);
+
+static_assert(sizeof(qxBond) == 36);
+QX_AT(qxBond, face, 0);
+QX_AT(qxBond, price, 8);
+QX_AT(qxBond, coupon, 16);
+QX_AT(qxBond, payments, 24);
+QX_AT(qxBond, maturity, 28);

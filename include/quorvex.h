@@ -143,7 +143,8 @@ typedef struct qxBars {
 
 /** The classified candles of a bar set (32 bytes). A factor left at 0 takes its default. */
 typedef struct qxCandles {
-  uint8_t* codes;     /**< 4 bytes per bar: colour, body, upper shadow, lower shadow */
+  uint8_t* codes;     /**< 4 bytes per bar: colour, body, upper shadow, lower shadow; the block
+                           that qxCandleConstruct made and qxCandleFree releases */
   double shadowlong;  /**< factor above which a shadow is long, default 2.0 */
   double shadowshort; /**< factor below which a shadow is short, default 0.75 */
   double equality;    /**< relative tolerance of doji bodies and near prices, default 0.005 */
@@ -296,6 +297,47 @@ typedef struct qxOptVar {
 
 /* ---- Records: options and bonds ---------------------------------------------------------------
  */
+
+/** One option of a strategy (28 bytes). */
+typedef struct qxOptionLeg {
+  double premium;    /**< price of the option per unit of the underlying */
+  double strike;     /**< strike price */
+  int32_t type;      /**< QX_OPTION_CALL or QX_OPTION_PUT */
+  double expiration; /**< date number of the expiration */
+} qxOptionLeg;
+
+/** An option strategy (176 bytes): the price and the legs are given, the rest is computed. */
+typedef struct qxOptionStrategy {
+  double price;       /**< price of the underlying */
+  qxOptionLeg long1;  /**< first bought option */
+  qxOptionLeg long2;  /**< second bought option */
+  qxOptionLeg short1; /**< first sold option */
+  qxOptionLeg short2; /**< second sold option */
+  double maxprofit;   /**< maximum profit, 0 when unlimited */
+  double riskreward;  /**< maximum loss / maximum profit, 0 for straddles and strangles */
+  double maxloss;     /**< maximum loss, 0 when unlimited */
+  double upper;       /**< upper break-even price */
+  double lower;       /**< lower break-even price, for spreads the same */
+  double uppermove;   /**< (upper - price) / price */
+  double lowermove;   /**< (lower - price) / price */
+} qxOptionStrategy;
+
+/** A sum at compound interest, or an annuity (28 bytes). */
+typedef struct qxTimeValue {
+  double amount;   /**< present value, principal or payment */
+  double rate;     /**< percent per year */
+  double years;    /**< term in years; for annuities the number of payments */
+  int32_t periods; /**< compounding periods per year */
+} qxTimeValue;
+
+/** A bond or a Treasury bill (36 bytes). */
+typedef struct qxBond {
+  double face;      /**< face value */
+  double price;     /**< price */
+  double coupon;    /**< coupon amount per year */
+  int32_t payments; /**< coupon payments per year */
+  double maturity;  /**< date number of the maturity */
+} qxBond;
 
 /* ---- Records: graphs --------------------------------------------------------------------------
  */
@@ -1432,6 +1474,11 @@ QX_API double qxOBOi(const qxBars* bars, int32_t from, int32_t to);
  * First valid index start + period - 1. A period below 1 gives QX_ERR_INVALID_PARM. */
 QX_API int32_t qxOBOiMv(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
 
+/** Smoothed on-balance volume: the exponential average of qxOBV with `period`, seeded at start + 1,
+ * the first valid index. A period below 1 gives QX_ERR_INVALID_PARM. This library's own
+ * definition. */
+QX_API int32_t qxOBVolExp(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
+
 /** Accumulation/distribution line: out[i] = out[i-1] + clv v, out[start] = clv v, with the close
  * location value clv = ((c - l) - (h - c)) / (h - l). Where h = l, clv is +1 when c >= c' and on
  * the start bar, -1 otherwise. First valid index start.
@@ -1501,9 +1548,9 @@ QX_API int32_t qxMoneyFlowIndex(const qxBars* bars, qxArray* out, int32_t period
  * exceeds that of the bar before, else -1; dm = h - l; cm = cm + dm while T holds, and
  * (h' - l') + dm at the first bar and whenever T changes; volume force
  * vf = v |2 dm / cm - 1| T 100, 0 when cm = 0. koOut = EMA(vf, period1) - EMA(vf, period2) and
- * signalOut = EMA(koOut, signalPeriod) (usual 34, 55, 13), all seeded at start + 1, the first valid
- * index of both. A period below 1 gives QX_ERR_INVALID_PARM. Source: Stephen Klinger, Technical
- * Analysis of Stocks & Commodities, December 1997. */
+ * signalOut = EMA(koOut, signalPeriod) (usual 34, 55, 13), all seeded at start + 1, the first
+ * valid index of both. A period below 1 gives QX_ERR_INVALID_PARM.
+ * Source: Stephen Klinger, Technical Analysis of Stocks & Commodities, December 1997. */
 QX_API int32_t qxKO(const qxBars* bars, qxArray* koOut, qxArray* signalOut, int32_t period1,
                     int32_t period2, int32_t signalPeriod, int32_t start);
 
@@ -1535,11 +1582,6 @@ QX_API int32_t qxHerrickPayoffIndex(const qxBars* bars, qxArray* out, double cen
  * Stocks & Commodities); the details never published are this library's own definition. */
 QX_API int32_t qxDemandIdx(const qxBars* bars, qxArray* out, int32_t period, int32_t smoothPeriod,
                            int32_t start);
-
-/** Smoothed on-balance volume: the exponential average of qxOBV with `period`, seeded at start + 1,
- * the first valid index. A period below 1 gives QX_ERR_INVALID_PARM. This library's own
- * definition. */
-QX_API int32_t qxOBVolExp(const qxBars* bars, qxArray* out, int32_t period, int32_t start);
 
 /** Swing index. With p' the open of the bar before and p that of the bar, a = |h - c'|,
  * b = |l - c'|, d = |h - l|, e = |c' - p'| and k = max(a, b): r = a - b/2 + e/4 when a is the
@@ -1817,14 +1859,353 @@ QX_API int32_t qxTurnFill(const qxArray* in, qxArray* out, int32_t first, int32_
 /* ---- Candles -----------------------------------------------------------------------------------
  */
 
+/** Classifies every bar of the set into the four codes that qxCandles holds:
+ * - colour 0 none (open = close), 1 black (open above close), 2 white (close above open);
+ * - body 3 long (above the average body), else 1 small (above lower end * equality), else 0 doji;
+ * - upper and lower shadow 3 long (above r * shadowlong), else 1 short (below r * shadowshort),
+ *   else 2 normal, where r is the body, and upper end * equality for a candle without colour.
+ * The average body is the mean of |open - close| over all bars of the set whose open and close
+ * differ; without any, no body is long. Factors that are 0 get their defaults, also in the record.
+ * A previous block of codes is not released: call qxCandleFree before constructing again. A set
+ * without bars gives an empty block. QX_ERR_MALLOC leaves the record as it was.
+ * (Steve Nison, Japanese Candlestick Charting Techniques, describes the candles.) */
+QX_API int32_t qxCandleConstruct(const qxBars* bars, qxCandles* candles);
+
+/** Releases the codes; the factors stay. Null is ignored. */
+QX_API void qxCandleFree(qxCandles* candles);
+
+/** Codes of one bar: colour, body, upper shadow, lower shadow; 0 outside the constructed bars. */
+QX_API int32_t qxCandleColor(const qxCandles* candles, int32_t index);
+QX_API int32_t qxCandleShape(const qxCandles* candles, int32_t index);
+QX_API int32_t qxCandleTopShadow(const qxCandles* candles, int32_t index);
+QX_API int32_t qxCandleBotShadow(const qxCandles* candles, int32_t index);
+
+/** 1 when a * tolerance > |a - b|, else 0. The tolerance is relative to `a` alone. */
+QX_API int32_t qxApproxEqual(double a, double b, double tolerance);
+
+/** (open + close) / 2 of a bar, 0.0 outside the set. */
+QX_API double qxBodyMidpoint(const qxBars* bars, int32_t index);
+
+/** 1 when the body of the bar lies wholly above that of the bar before it, else 0; 0 at index 0 and
+ * outside the set, as for the three that follow. */
+QX_API int32_t qxBodyGapUp(const qxBars* bars, int32_t index);
+
+/** 1 when the body of the bar lies wholly below that of the bar before it, else 0. */
+QX_API int32_t qxBodyGapDn(const qxBars* bars, int32_t index);
+
+/** 1 when low[i] > high[i-1], else 0. */
+QX_API int32_t qxWesternGapUp(const qxBars* bars, int32_t index);
+
+/** 1 when low[i-1] > high[i], else 0. */
+QX_API int32_t qxWesternGapDn(const qxBars* bars, int32_t index);
+
 /* ---- Candlestick patterns ----------------------------------------------------------------------
  */
+
+/*
+ * Every test below answers whether its pattern completes at bar `index` (i): 1 or 0. It reads the
+ * prices of the bars and the codes that qxCandleConstruct gave them; 0 when an earlier bar that it
+ * reads is not there, at or beyond the last bar or code, and for null records. A record constructed
+ * for another bar set gives meaningless results. The bars of a description stand in order of time,
+ * the last one is bar i. "Long", "small" and "doji" name the code of the body, "mid" its midpoint,
+ * "a ~ b" is qxApproxEqual(a, b, equality), and a body gaps as qxBodyGapUp and qxBodyGapDn say; all
+ * comparisons are strict but for >= and <=. The colours and comparisons are this library's own
+ * where textbooks differ: a hammer is black, a shooting star white, tweezers compare closes and
+ * opens.
+ */
+
+/** Writes the signals of a pattern: out[i] = 1.0 where it completes and 0.0 elsewhere, for the bars
+ * first .. last, limited to the data. `name` is the name of a test below in any letter case, with
+ * its "qx". Returns the number of bars found, or QX_ERR_INVALID_PARM: at once for an unknown name,
+ * with the output untouched, or else from the argument check. The output is prepared as for an
+ * indicator, its first valid index stays as it was. */
+QX_API int32_t qxCandleFill(const qxBars* bars, const qxCandles* candles, qxArray* out,
+                            const char* name, int32_t first, int32_t last);
+
+/* One and two bars. */
+
+/** White long candle that opens at its low. */
+QX_API int32_t qxBeltHoldLineBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long candle that opens at its high. */
+QX_API int32_t qxBeltHoldLineBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Doji without a lower shadow: low[i] = min(open[i], close[i]). */
+QX_API int32_t qxGravestoneDoji(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Doji with both shadows long. */
+QX_API int32_t qxLongLeggedDoji(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Small body and at least one long shadow. */
+QX_API int32_t qxHighWave(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black candle, body not long, upper shadow short, lower shadow long. */
+QX_API int32_t qxHammer(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White candle, body not long, upper shadow short, lower shadow long. */
+QX_API int32_t qxHangingman(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White candle, body not long, upper shadow long, lower shadow short. */
+QX_API int32_t qxInvertedHammer(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White candle, small body, upper shadow long, lower shadow short. */
+QX_API int32_t qxShootingStar(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White then black, neither a doji; close[i] ~ close[i-1]; open[i] - close[i-1] >= close[i-1] -
+ * open[i-1]. */
+QX_API int32_t qxCounterAttackBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black then white, neither a doji; close[i] ~ close[i-1]; close[i-1] - open[i] >= open[i-1] -
+ * close[i-1]. */
+QX_API int32_t qxCounterAttackBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long then black; open[i] > high[i-1]; close[i] < mid[i-1]. */
+QX_API int32_t qxDarkCloudCover(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long then white and no doji; open[i] < close[i-1]; close[i] > mid[i-1]. */
+QX_API int32_t qxPiercingLine(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White small then black long; open[i] > close[i-1]; close[i] < open[i-1]. */
+QX_API int32_t qxEngulfingLineBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black small then white long; open[i] < close[i-1]; close[i] > open[i-1]. */
+QX_API int32_t qxEngulfingLineBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** A small body strictly within the black long body before it. */
+QX_API int32_t qxHaramiBlack(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** A doji strictly within the black long body before it. */
+QX_API int32_t qxHaramiCrossBlack(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** A small body strictly within the white long body before it. */
+QX_API int32_t qxHaramiWhite(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** A doji strictly within the white long body before it. */
+QX_API int32_t qxHaramiCrossWhite(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black and no doji, then white small; close[i] ~ low[i-1]; close[i] > low[i-1]. */
+QX_API int32_t qxInNeckLine(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black then white; close[i-1] < close[i] < mid[i-1]. */
+QX_API int32_t qxThrustingLine(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White then black, neither a doji; open[i] = open[i-1]. The spelling is part of the name. */
+QX_API int32_t qxSeperatingLineBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black then white, neither a doji; open[i] = open[i-1]. */
+QX_API int32_t qxSeperatingLineBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long then white small; open[i] ~ close[i-1]. */
+QX_API int32_t qxStalledPattern(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black then white, neither a doji; open[i] = close[i-1]. */
+QX_API int32_t qxTweezerBottoms(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White then black, neither a doji; open[i] = close[i-1]. */
+QX_API int32_t qxTweezerTops(const qxBars* bars, const qxCandles* candles, int32_t index);
+
+/* Reversals of three and of five bars. */
+
+/** Black long, doji, white; high[i-1] lies below low[i-2] and below low[i]; close[i] > mid[i-2]. */
+QX_API int32_t qxAbandonedBabyBottom(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, doji, black; low[i-1] lies above high[i-2] and above high[i]; close[i] < mid[i-2].
+ */
+QX_API int32_t qxAbandonedBabyTop(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, doji whose body gaps up, black; close[i] < mid[i-2]. */
+QX_API int32_t qxEveningDojiStar(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, small body that gaps up, black; close[i] < mid[i-2]. */
+QX_API int32_t qxEveningStar(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long, doji whose body gaps down, white and no doji; open[i] > open[i-1]; close[i] >
+ * mid[i-2]. */
+QX_API int32_t qxMorningDojiStar(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long, small body that gaps down, white and no doji; open[i] > open[i-1]; close[i] >
+ * mid[i-2]. */
+QX_API int32_t qxMorningStar(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two black candles, then a doji with a short upper and a long lower shadow. */
+QX_API int32_t qxDragonflyDojiBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white candles, then a doji with a short upper and a long lower shadow. */
+QX_API int32_t qxDragonflyDojiBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white candles, then a black one; close[i] ~ close[i-1]. */
+QX_API int32_t qxMeetingLinesBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two black candles, then a white one; close[i] ~ close[i-1]. */
+QX_API int32_t qxMeetingLinesBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White small with a short upper shadow; a black outside bar with a short lower shadow; black with
+ * a short lower shadow; close[i] < low[i-1]. */
+QX_API int32_t qxThreeOutsideDown(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black small with a short upper shadow; a white outside bar with a short lower shadow; white with
+ * a short upper shadow; close[i] > high[i-1]. */
+QX_API int32_t qxThreeOutsideUp(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long with a short upper and a long lower shadow; a black inside bar with open[i-1] >
+ * close[i-2]; black without shadows. */
+QX_API int32_t qxThreeStarsInTheSouth(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, then two black; the body of i-1 gaps up; close[i] < close[i-1]; open[i] > open[i-1].
+ */
+QX_API int32_t qxUpsideGap2Crows(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Four black candles, the first long and with the largest body, then white long; open[i] <
+ * close[i-4]; close[i] > close[i-3]. */
+QX_API int32_t qxBreakawayBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Four white candles, the first long and with the largest body, then black long; open[i] >
+ * close[i-4]; close[i] < close[i-3]. */
+QX_API int32_t qxBreakawayBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three black long; black with a long upper shadow and high[i-1] > close[i-2]; white long with a
+ * short upper shadow, its body gapping up. */
+QX_API int32_t qxLadderBottom(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white, then three dojis; close[i-2] > close[i-3]; close[i-1] above close[i-2] and close[i].
+ */
+QX_API int32_t qxTriStarBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two black, then three dojis; close[i-2] < close[i-3]. */
+QX_API int32_t qxTriStarBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+
+/* Continuations and exhausted moves of three to five bars. */
+
+/** Three white with rising closes, and bodies that shrink from bar to bar; or else an upper shadow
+ * of i-2 that is not long and long ones of i-1 and i. */
+QX_API int32_t qxAdvanceBlock(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white long with short upper shadows, then white small whose body gaps up. */
+QX_API int32_t qxDeliberationBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two black long with short lower shadows, then black small whose body gaps down. */
+QX_API int32_t qxDeliberationBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black, black long, white; open[i] < low[i-1]; close[i] ~ low[i-1]. */
+QX_API int32_t qxOnNeck(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white of one body code, no dojis; the body of i-1 gaps down from i-2; close[i] ~ close[i-1].
+ */
+QX_API int32_t qxSideBySideWhiteGapDn(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white of one body code, no dojis; the body of i-1 gaps up from i-2; open[i] ~ open[i-1]. */
+QX_API int32_t qxSideBySideWhiteGapUp(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two black, then white with the body code of i-1; open[i] > close[i-1]; open[i-1] < close[i] <
+ * close[i-2]; open[i-1] < close[i-2]. */
+QX_API int32_t qxTasukiDownsideGap(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Two white, then black with the body code of i-1; open[i] < close[i-1]; close[i-2] < close[i] <
+ * open[i-1]; open[i-1] > close[i-2]. */
+QX_API int32_t qxTasukiUpsideGap(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three bodies in a row that gap up from the one before. Reads three earlier bars. */
+QX_API int32_t qxThreeGapsUp(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three bodies in a row that gap down from the one before. Reads three earlier bars. */
+QX_API int32_t qxThreeGapsDown(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three white with short upper shadows and rising highs, each with high ~ close. */
+QX_API int32_t qxThreeWhiteSoldiers(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three black long with falling closes, then white; open[i] < close[i-1]; close[i] > open[i-3]. */
+QX_API int32_t qxThreeLineStrikeBear(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Three white long with rising closes, then black; open[i] > close[i-1]; close[i] < open[i-3]. */
+QX_API int32_t qxThreeLineStrikeBull(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** Black long, three white small, black long; close[i] < close[i-4]; open[i-3] > close[i-4];
+ * close[i-3] < close[i-2] < close[i-1]; close[i-1] <= max(open[i], open[i-4]). */
+QX_API int32_t qxFalling3Method(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, three black small, white long; close[i] > close[i-4]; open[i-3] < close[i-4];
+ * close[i-3] > close[i-2] > close[i-1]; close[i-1] >= min(open[i], open[i-4]). */
+QX_API int32_t qxRising3Method(const qxBars* bars, const qxCandles* candles, int32_t index);
+/** White long, three black small with falling opens, white and no doji; the bodies of i-3 and of i
+ * gap up. */
+QX_API int32_t qxMatHoldPattern(const qxBars* bars, const qxCandles* candles, int32_t index);
 
 /* ---- Options -----------------------------------------------------------------------------------
  */
 
+/** Sets price, legs and results to zero. */
+QX_API int32_t qxOptionInit(qxOptionStrategy* strategy);
+
+/** The standard normal cumulative probability N(x), within 1e-6: with k = 1 / (1 + 0.23164191 |x|),
+ * q = 0.39894232 e^(-x^2 / 2) k ((((1.330274 k - 1.821256) k + 1.781478) k - 0.3565638) k +
+ * 0.319381511); 1 - q for x > 0, else q. (Abramowitz and Stegun, Handbook of Mathematical
+ * Functions, 26.2.17, with constants of this library's own in the last digits.) */
+QX_API double qxApprxCumProbDist(double x);
+
+/** Theoretical value of a European option.
+ * - leg: strike, type and expiration are read; any type but QX_OPTION_PUT is valued as a call;
+ * - price: price of the underlying;
+ * - rate: risk-free rate in percent per year;
+ * - variance: annual variance of returns, the square of the volatility;
+ * - date: date number of the valuation.
+ * With t = whole days to the expiration / 360, r = rate / 100, v = sqrt(variance) sqrt(t),
+ * d1 = (ln(price / strike) + (r + variance / 2) t) / v and d2 = d1 - v:
+ * call = price N(d1) - strike e^(-r t) N(d2), put = strike e^(-r t) N(-d2) - price N(-d1), N being
+ * qxApprxCumProbDist. An expired option, a variance of 0, a price or strike not above 0 give
+ * infinities or NaNs. (Black and Scholes, The Pricing of Options and Corporate Liabilities.) */
+QX_API double qxBlackScholes(const qxOptionLeg* leg, double price, double rate, double variance,
+                             double date);
+
+/*
+ * The strategies below fill the seven results of the record from its price and the legs they name;
+ * other legs are ignored. QX_ERR_INVALID_PARM when the price of the underlying is not above 0: the
+ * two moves then stay as they were, the other results are stored. A spread whose maximum profit is
+ * 0 has an infinite or undefined ratio. Only qxBearCall takes its strikes in either order.
+ */
+
+/** Bull call spread: long1 a call, short1 a call of a higher strike. Loss = long1 premium - short1
+ * premium; profit = short1 strike - long1 strike - loss; break-even = long1 strike + loss. */
+QX_API int32_t qxBullCall(qxOptionStrategy* strategy);
+
+/** Bull put spread: short1 a put, long1 a put of a lower strike. Profit = short1 premium - long1
+ * premium; loss = short1 strike - long1 strike - profit; break-even = short1 strike - profit. */
+QX_API int32_t qxBullPut(qxOptionStrategy* strategy);
+
+/** Bear call spread: short1 a call, long1 a call of a higher strike. Profit = short1 premium -
+ * long1 premium; loss = |short1 strike - long1 strike| - profit; break-even = short1 strike +
+ * profit. */
+QX_API int32_t qxBearCall(qxOptionStrategy* strategy);
+
+/** Bear put spread: long1 a put, short1 a put of a lower strike. Loss = long1 premium - short1
+ * premium; profit = long1 strike - short1 strike - loss; break-even = long1 strike - loss. */
+QX_API int32_t qxBearPut(qxOptionStrategy* strategy);
+
+/** Long straddle: long1 and long2. Loss = the sum of the premiums; break-evens = long1 strike +
+ * loss and long1 strike - loss. Profit and ratio are 0. */
+QX_API int32_t qxLongStraddle(qxOptionStrategy* strategy);
+
+/** Long strangle: long1 a call, long2 a put, else QX_ERR_INVALID_PARM with nothing stored. Loss =
+ * the sum of the premiums; break-evens = long1 strike + loss and long2 strike - loss. Profit and
+ * ratio are 0. */
+QX_API int32_t qxLongStrangle(qxOptionStrategy* strategy);
+
+/** Short straddle: short1 and short2. Profit = the sum of the premiums; break-evens = short1 strike
+ * + profit and short1 strike - profit. Loss and ratio are 0. */
+QX_API int32_t qxShortStraddle(qxOptionStrategy* strategy);
+
+/** Short strangle: short1 a call, short2 a put, else QX_ERR_INVALID_PARM with nothing stored.
+ * Profit = the sum of the premiums; break-evens = short1 strike + profit and short2 strike -
+ * profit. Loss and ratio are 0. */
+QX_API int32_t qxShortStrangle(qxOptionStrategy* strategy);
+
 /* ---- Bonds and time value -----------------------------------------------------------------------
  */
+
+/*
+ * Rates and yields are in percent per year, dates are date numbers and days are whole days.
+ * Degenerate input (a rate of 0 in qxFutureValueAnnuity, a price of 0, a maturity on the valuation
+ * date) gives infinities or NaNs; a null record gives 0. With r = rate / 100, m = periods and n =
+ * m * years:
+ */
+
+/** amount (1 + r / m)^n; -1.0 when periods is not above 0. */
+QX_API double qxFutureValue(const qxTimeValue* tv);
+
+/** amount (1 + r / m)^(-n); -1.0 when periods is not above 0. */
+QX_API double qxPresentValue(const qxTimeValue* tv);
+
+/** The principal that grows to a future value: futureValue / (1 + r / m)^n, also stored as the
+ * record's amount; -1.0 when periods is not above 0, with the record unchanged. */
+QX_API double qxFutureValuePrinc(qxTimeValue* tv, double futureValue);
+
+/** The rate at which the amount grows to a future value: 100 ((futureValue / amount)^(1 / years) -
+ * 1), also stored as the record's rate. */
+QX_API double qxFutureValueInt(qxTimeValue* tv, double futureValue);
+
+/** Value of `years` payments of `amount` at the last of them: amount ((1 + r)^years - 1) / r, r
+ * being the rate per payment. */
+QX_API double qxFutureValueAnnuity(const qxTimeValue* tv);
+
+/** Value of `years` payments of `amount` one period before the first: amount (1 - 1 / (1 +
+ * r)^years) / r; -1.0 when the rate is not above 0. */
+QX_API double qxPresentValueAnnuity(const qxTimeValue* tv);
+
+/** Interest accrued over a half-year coupon period: days from lastCoupon to settlement /
+ * (daysPerYear / 2) * (coupon / 2), coupon being the amount per year. */
+QX_API double qxBondAccrInt(double coupon, double settlement, double lastCoupon,
+                            double daysPerYear);
+
+/** Present value of the remaining cash flows at a yield: the sum of coupon / payments / y^t over t
+ * = 1 / payments, 2 / payments, ... T, with the face value added to the last, y = 1 + yield / 100
+ * and T = (days from `date` to the maturity + 182) / 365 in whole years. The times add up in
+ * doubles: where 1 / payments is not exact (3, 12, ...) the last may miss T, and the face value is
+ * left out. 0.0 when payments is not above 0. At most a million payments are counted. */
+QX_API double qxBondPricing(const qxBond* bond, double yield, double date);
+
+/** Macaulay duration in years on annual cash flows: the sum of k * coupon / (1 + yield / 100)^k
+ * over the whole years k = 1 .. Y, with the face value added to the last coupon, divided by the
+ * price; Y = days from `date` to the maturity / 365, truncated. (Frederick Macaulay, Some
+ * Theoretical Problems Suggested by the Movements of Interest Rates.) */
+QX_API double qxBondDuration(const qxBond* bond, double yield, double date);
+
+/** Price change that a duration predicts for a change of yield: -duration ((newYield - oldYield) /
+ * 100) / (1 + newYield / 100) * price; -1.0 when newYield is below 1.0. */
+QX_API double qxBondDurationPriceChg(double price, double oldYield, double duration,
+                                     double newYield);
+
+/** Approximate yield to maturity as a fraction: coupon / price + (face - price) / price / (days to
+ * the maturity / 365). */
+QX_API double qxYieldtoMaturity(const qxBond* bond, double date);
+
+/** Discount yield of a bill as a fraction: (face - price) / days to the maturity * 360 / face. */
+QX_API double qxTBillDiscYield(const qxBond* bill, double date);
+
+/** Bond-equivalent yield of a bill as a fraction: (face - price) / days to the maturity * 365 /
+ * price. */
+QX_API double qxTBillBondEqYield(const qxBond* bill, double date);
 
 /* ---- File-type dispatch and file information
  * ----------------------------------------------------- */
@@ -1832,15 +2213,125 @@ QX_API int32_t qxTurnFill(const qxArray* in, qxArray* out, int32_t first, int32_
 /* ---- CompuTrac files
  * ----------------------------------------------------------------------------- */
 
+QX_API int32_t qxCTfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxCTlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxCTread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                        int32_t count);
+QX_API int32_t qxCTreadarray(qxArray* array, const char* folder, const char* file, int32_t field,
+                             int32_t start, int32_t count);
+
 /* ---- Other vendors' files
  * ------------------------------------------------------------------------ */
+
+QX_API int32_t qxCSIfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxCSIlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxCSIread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                         int32_t count);
+
+QX_API int32_t qxDJfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxDJlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxDJread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                        int32_t count);
+
+QX_API int32_t qxFSfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxFSlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxFSread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                        int32_t count);
+
+QX_API int32_t qxTCfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxTClist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxTCread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                        int32_t count);
+
+QX_API int32_t qxTTfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxTTlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxTTread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                        int32_t count);
+
+QX_API int32_t qxAIQfindrec(const char* folder, const char* file, double date, double* founddate);
+QX_API int32_t qxAIQlist(const char* folder, const char* outfile, int32_t append);
+QX_API int32_t qxAIQread(qxBars* bars, const char* folder, const char* file, int32_t start,
+                         int32_t count);
 
 /* ---- Delimited text files
  * ------------------------------------------------------------------------ */
 
+/*
+ * Data files: every operation names a file by a folder and a file name. White space around both is
+ * dropped, a backslash is put between them unless the folder is empty or ends in a backslash or
+ * colon, and the whole is cut to 255 characters. On Linux a backslash opens as a slash.
+ *
+ * Range of records (`start`, `count`) of every reader, for a file of N records counted from 0: a
+ * `count` below 0 means all records from `start` on, a `start` below 0 the last `count` records.
+ * A `start` of N or more gives QX_ERR_RECORD_NOT_FOUND. An output without storage is allocated with
+ * `count` elements, also when the file has fewer; one with storage takes at most its capacity.
+ *
+ * Text price files hold one bar a line, with fields separated by runs of delimiter characters, so
+ * that a field is never empty and later fields move up where one is left out. Fields count from 1.
+ * Lines end in LF or CRLF. A line of more than 254 characters, newline included, is read as
+ * several. Numbers are decimal text with a point, whatever the C locale; other text reads as 0.
+ */
+
+/** Reads the description file of a folder of text files (usually "txtinfo.txt") into `info`.
+ *
+ * Each line is a key, "=" and a value, keys in any case: delimit (the delimiter characters, at most
+ * 16, "\t" for a tab and "_" for a blank), skip, dt, ti, op, hi, lo, cl, vol, oi (integers, see
+ * qxTXTinfo) and dtformat (YMD, MDY, DMY, or a longer name of the same order such as MM_DD_CCYY).
+ * Unknown keys and orders are ignored, a later line wins. `info` is cleared first, its delimiter
+ * set to one blank. QX_ERR_FILE_OPEN when the file cannot be opened. */
 QX_API int32_t qxTXTreadinfo(const char* folder, const char* file, qxTXTinfo* info);
+
+/** Creates or replaces a description file. QX_ERR_FILE_OPEN when it cannot be created,
+ * QX_ERR_FILE_WRITE when it could not be written whole. */
+QX_API int32_t qxTXTwriteinfo(const char* folder, const char* file, const qxTXTinfo* info);
+
+/** Reads bars of a text file laid out as `info`, in ascending order of date.
+ *
+ * The first two different dates tell whether the file ascends or descends; equal dates alone count
+ * as ascending. An ascending file follows the range rule, and the set's size becomes the number of
+ * bars read. In a descending file (newest line first) bars are stored from the last one back, and
+ * the set's size stays what it was or what the allocation made it:
+ * - `start` 0: the oldest `count` records; below 0: the newest `count` records;
+ * - `start` above 0: the `count` records that end `start` lines below the top;
+ * - `count` below 0: all records, or with a `start` above 0 the oldest `start` + 1.
+ *
+ * The date series takes the date field plus, where `ti` differs from `dt`, the time field. Fields
+ * that a line lacks are 0. Blank lines are passed over; a line of blanks alone counts as a record
+ * of the file but gives no bar. The set's descriptive fields are filled: filetype QX_FILE_TEXT,
+ * reccnt, path, name, and description and symbol with the file name up to its first point.
+ *
+ * `count` 0 fills the descriptive fields and empties the set. QX_ERR_FILE_OPEN;
+ * QX_ERR_RECORD_NOT_FOUND; QX_ERR_MALLOC; QX_ERR_FILE_READ, with the bars read until then. */
 QX_API int32_t qxTXTread(qxBars* bars, const char* folder, const char* file, const qxTXTinfo* info,
                          int32_t start, int32_t count);
+
+/** Reads field number `field` of each record into a series, by the range rule, in the order of the
+ * file; a line without that field gives 0. `delimiters` is a zero-terminated set, `skip` the number
+ * of header lines. The series' size becomes the number of values read. `count` 0 returns at once.
+ * Statuses as qxTXTread. */
+QX_API int32_t qxTXTreadarray(qxArray* array, const char* folder, const char* file,
+                              const char* delimiters, int32_t skip, int32_t field, int32_t start,
+                              int32_t count);
+
+/** Number (from 0) of the record dated `date`, date plus time, or of the nearest later one;
+ * QX_ERR_RECORD_NOT_FOUND when the date lies outside the file's dates. Files may ascend or descend.
+ * `founddate` (may be null) receives that record's date and is left alone when there is none. A
+ * time field that stands before the date field does not count. */
+QX_API int32_t qxTXTfindrec(const char* folder, const char* file, const qxTXTinfo* info,
+                            double date, double* founddate);
+
+/** Lists a folder's files *.ASC, *.CSV, *.PRN and *.TXT, the description file left out: name,
+ * symbol (the name up to its first point), long name and date of the last modification in the
+ * default date order. `outfile` "STDOUT", in any case, is standard output; another file is appended
+ * to when `append` is non-zero, else replaced. A folder that cannot be listed gives the header
+ * alone. QX_ERR_FILE_OPEN, QX_ERR_FILE_WRITE. */
+QX_API int32_t qxTXTlist(const char* folder, const char* outfile, int32_t append);
+
+/** Writes a text, as it is, to an output named as for qxTXTlist. */
+QX_API int32_t qxTXTwrite(const char* text, const char* outfile, int32_t append);
+
+/** Writes a text and a line end to an output named as for qxTXTlist. */
+QX_API int32_t qxTXTwriteline(const char* text, const char* outfile, int32_t append);
 
 /* ---- Trading simulation: orders and positions
  * ----------------------------------------------------- */

@@ -11,6 +11,9 @@ namespace qx {
 // is not a file: null.
 std::FILE* openFile(const char* path, const char* mode);
 
+// Moves to a byte of an open file, beyond 2 GiB too. False when that is impossible.
+bool seekFile(std::FILE* file, int64_t position);
+
 // Shows a modal error box and returns its answer; without windows, a line on standard error and 1.
 int32_t showErrorMessage(const char* message);
 

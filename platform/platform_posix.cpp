@@ -61,6 +61,10 @@ std::FILE* openFile(const char* path, const char* mode) {
   return std::fopen(native, plain);
 }
 
+bool seekFile(std::FILE* file, int64_t position) {
+  return fseeko(file, static_cast<off_t>(position), SEEK_SET) == 0;
+}
+
 int32_t showErrorMessage(const char* message) {
   std::fprintf(stderr, "%s\n", message);
   return 1;

@@ -45,6 +45,10 @@ std::FILE* openFile(const char* path, const char* mode) {
   return std::fopen(path, mode);
 }
 
+bool seekFile(std::FILE* file, int64_t position) {
+  return _fseeki64(file, position, SEEK_SET) == 0;
+}
+
 int32_t showErrorMessage(const char* message) {
   return MessageBoxA(nullptr, message, "Error", MB_OK | MB_ICONSTOP);
 }

@@ -32,9 +32,9 @@ int32_t qxPrintOrders(const qxOrderSystem* system, const char* outfile, int32_t 
   std::FILE* file = output.file;
   std::fprintf(file, " Order Summary  %s\n\n", system->name);
   std::fputs(
-      " Date       Time     Type    Name                 Order      Price   Volume For From\n"
-      " ---------------------------------------------------------------------------------"
-      "-------------\n",
+      " Date       Time     Type  D Name                 Order      Price   Volume For From\n"
+      " -------------------------------------------------"
+      "-------------------------------------------------\n",
       file);
   for (int32_t i = 0; i < system->ordercount; ++i) {
     const qxOrder& order = system->orders[i];

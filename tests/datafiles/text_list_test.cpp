@@ -1,0 +1,74 @@
+#include <chrono>
+#include <filesystem>
+#include <string>
+
+#include "tests/support/test_support.h"
+
+namespace {
+
+using qxtest::TemporaryFolder;
+
+const std::string kHeader =
+    "File Name    Symbol           Description                                      Frequency "
+    "First "
+    "Date Last Date \n"
+    "------------ ---------------- ------------------------------------------------ --------- "
+    "---------- ----------\n";
+
+std::string today() {
+  const std::time_t now = std::time(nullptr);
+  const std::tm* local = std::localtime(&now);
+  char text[16];
+  std::strftime(text, sizeof text, "%Y/%m/%d", local);
+  return text;
+}
+
+std::string padded(std::string text, size_t width) {
+  text.resize(width, ' ');
+  return text + " ";
+}
+
+TEST(TextList, ListsByPatternAndLeavesTheLayoutOut) {
+  const TemporaryFolder folder;
+  for (const char* name : {"b.txt", "a.CSV", "x.dat", "TxtInfo.txt", "c.prn", "d.asc"}) {
+    folder.write(name, "1\n");
+  }
+  std::filesystem::create_directory(folder.file("folder.csv"));
+  const std::string out = folder.file("listing");
+  ASSERT_EQ(qxTXTlist(folder.path.c_str(), out.c_str(), 0), QX_SUCCESS);
+  std::string expected = kHeader;
+  for (const std::string name : {"d.asc", "a.CSV", "c.prn", "b.txt"}) {
+    expected += padded(name, 12) + padded(name.substr(0, 1), 16) + padded(name, 48) +
+                "Unknown   Unknown    " + today() + "\n";
+  }
+  EXPECT_EQ(qxtest::readFile(out), expected);
+
+  qxSetDefaultDateFormat(2);
+  ASSERT_EQ(qxTXTlist("no such folder", out.c_str(), 1), QX_SUCCESS);
+  qxSetDefaultDateFormat(0);
+  EXPECT_EQ(qxtest::readFile(out), expected + kHeader) << "appended, the header alone";
+  EXPECT_EQ(qxTXTlist(folder.path.c_str(), folder.file("no/such").c_str(), 0), QX_ERR_FILE_OPEN);
+  EXPECT_EQ(qxTXTlist(nullptr, out.c_str(), 0), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxTXTlist("", nullptr, 0), QX_ERR_INVALID_PARM);
+}
+
+TEST(TextWrite, ReplacesAndAppends) {
+  const TemporaryFolder folder;
+  const std::string out = folder.file("out.txt");
+  EXPECT_EQ(qxTXTwriteline("first %s", out.c_str(), 0), QX_SUCCESS);
+  EXPECT_EQ(qxTXTwrite("second", out.c_str(), 1), QX_SUCCESS);
+  EXPECT_EQ(qxTXTwriteline("", out.c_str(), 1), QX_SUCCESS);
+  EXPECT_EQ(qxtest::readFile(out), "first %s\nsecond\n");
+  EXPECT_EQ(qxTXTwrite("new", out.c_str(), 0), QX_SUCCESS);
+  EXPECT_EQ(qxtest::readFile(out), "new");
+  EXPECT_EQ(qxTXTwrite("x", folder.path.c_str(), 0), QX_ERR_FILE_OPEN);
+  EXPECT_EQ(qxTXTwrite(nullptr, out.c_str(), 0), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxTXTwriteline("x", nullptr, 0), QX_ERR_INVALID_PARM);
+
+  ::testing::internal::CaptureStdout();
+  EXPECT_EQ(qxTXTwriteline("to the screen", "stdOut", 0), QX_SUCCESS);
+  EXPECT_EQ(qxTXTwrite("and again", "STDOUT", 1), QX_SUCCESS);
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "to the screen\nand again");
+}
+
+}  // namespace

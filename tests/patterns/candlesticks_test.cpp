@@ -1,0 +1,319 @@
+#include <cctype>
+#include <set>
+#include <sstream>
+
+#include "tests/support/test_support.h"
+
+namespace {
+
+using qxtest::Bar;
+using qxtest::BarSet;
+using qxtest::Series;
+
+struct Case {
+  const char* name;
+  int32_t (*test)(const qxBars*, const qxCandles*, int32_t);
+  const char* bars;    // "open high low close" of each bar, the oldest first
+  const char* misses;  // each a change that silences the test: bars back, field, '=', new price
+};
+
+// Bodies above 2.4 are long, below half a percent dojis, the ones between small: see withFillers.
+const Case kCases[] = {
+    {"qxBeltHoldLineBull", qxBeltHoldLineBull, "100 106 100 105", "0l=99.9 0c=101 0o=104"},
+    {"qxBeltHoldLineBear", qxBeltHoldLineBear, "105 105 99 100", "0h=105.1 0c=104"},
+    {"qxGravestoneDoji", qxGravestoneDoji, "100.2 103 100 100", "0l=99.9 0o=101"},
+    {"qxLongLeggedDoji", qxLongLeggedDoji, "100 102 98 100.2", "0h=100.5 0l=99.7 0c=101"},
+    {"qxHighWave", qxHighWave, "100 104 99.9 101", "0h=102.9 0c=100.3 0c=106"},
+    {"qxHighWave", qxHighWave, "100 101.2 97 101", "0l=98.1"},
+    {"qxHammer", qxHammer, "101 101.2 97 100",
+     "0h=101.8 0l=98.1 0o=100,0c=101 0o=106,0h=106.2,0l=80"},
+    {"qxHangingman", qxHangingman, "100 101.2 97 101",
+     "0h=101.8 0l=98.1 0o=101,0c=100 0c=106,0h=106.2,0l=80"},
+    {"qxInvertedHammer", qxInvertedHammer, "100 104 99.9 101",
+     "0h=102.9 0l=99.2 0o=101,0c=100 0c=106,0h=119"},
+    {"qxInvertedHammer", qxInvertedHammer, "100 101 99.9 100.2", "0l=99.8"},
+    {"qxShootingStar", qxShootingStar, "100 104 99.9 101",
+     "0h=102.9 0l=99.2 0o=101,0c=100 0c=100.2,0h=101 0c=106,0h=119"},
+    {"qxCounterAttackBear", qxCounterAttackBear, "100 104.2 99.8 104 / 108 108.5 103.5 104.1",
+     "0o=107.9 0c=104.6 1o=103.8"},
+    {"qxCounterAttackBull", qxCounterAttackBull, "104 104.2 99.8 100 / 96 100.5 95.5 100.1",
+     "0o=96.1 0c=100.6 1o=100.2"},
+    {"qxDarkCloudCover", qxDarkCloudCover, "100 105 99.8 104 / 105.1 106 101 101.9",
+     "0o=105 0c=102 1o=103"},
+    {"qxPiercingLine", qxPiercingLine, "104 105 99.8 100 / 99.9 103 99 102.1",
+     "0o=100 0c=102 1o=101"},
+    {"qxEngulfingLineBear", qxEngulfingLineBear, "100 101.2 99.8 101 / 101.1 102 96 96.5",
+     "0o=101 0o=103,0c=100 0c=100.1 1c=100.2"},
+    {"qxEngulfingLineBull", qxEngulfingLineBull, "101 101.2 99.8 100 / 99.9 105 99 104.5",
+     "0o=100 0o=98,0c=101 0c=101.1 1c=100.8"},
+    {"qxHaramiBlack", qxHaramiBlack, "105 105.5 99.5 100 / 102 103.5 101.5 103",
+     "0o=104,0c=105 0o=100,0c=101 0c=102.2 1o=100,1c=105"},
+    {"qxHaramiCrossBlack", qxHaramiCrossBlack, "105 105.5 99.5 100 / 102 103.5 101.5 102.2",
+     "0c=103 0o=105,0c=104.9 0o=100,0c=100.1 1o=100,1c=105"},
+    {"qxHaramiCrossWhite", qxHaramiCrossWhite, "100 105.5 99.5 105 / 102 103.5 101.5 102.2",
+     "0c=103 0o=100,0c=100.2 0o=105,0c=104.9 1o=105,1c=100"},
+    {"qxHaramiWhite", qxHaramiWhite, "100 105.5 99.5 105 / 102 103.5 101.5 103",
+     "0o=104,0c=105 0o=100,0c=101 0c=102.2 1o=105,1c=100"},
+    {"qxInNeckLine", qxInNeckLine, "105 105.5 99.5 100 / 98.8 100.5 98 99.8",
+     "0c=99.5 0o=99.1,0c=100.1 0o=99.8,0c=98.8 0o=99.6"},
+    {"qxThrustingLine", qxThrustingLine, "104 105 99.8 100 / 98 102 97.5 101.9",
+     "0c=102 0o=97,0c=100"},
+    {"qxSeperatingLineBear", qxSeperatingLineBear, "100 102 99.8 101.5 / 100 100.2 97 97.5",
+     "0o=100.1 0c=99.8 1c=100.2"},
+    {"qxSeperatingLineBull", qxSeperatingLineBull, "100 100.2 97 97.5 / 100 102 99.8 101.5",
+     "0o=99.9 0c=100.2 1c=99.8"},
+    {"qxStalledPattern", qxStalledPattern, "100 105.2 99.8 105 / 105.2 106.7 105 106.4",
+     "0o=105.6,0c=106.9 0c=105.4 1o=104"},
+    {"qxTweezerBottoms", qxTweezerBottoms, "102 102.5 99 100 / 100 101.8 99.5 101.5",
+     "0o=100.1 0c=100.3 1o=100.2"},
+    {"qxTweezerTops", qxTweezerTops, "100 102.5 99 102 / 102 102.3 100 100.5",
+     "0o=101.9 0c=101.8 1o=101.9"},
+    {"qxAbandonedBabyBottom", qxAbandonedBabyBottom,
+     "106 106.5 99.5 100 / 98 98.4 97.5 98.2 / 100 104.5 98.5 104",
+     "0c=103 0l=98.4 1h=99.5,0l=99.6 1c=98.9"},
+    {"qxAbandonedBabyTop", qxAbandonedBabyTop,
+     "100 106.5 99.5 106 / 108 108.4 107 108.2 / 105 106.9 101 102", "0c=103 0h=107 2h=107 1c=109"},
+    {"qxEveningDojiStar", qxEveningDojiStar,
+     "100 106.5 99.5 106 / 107 107.5 106.5 107.2 / 106 106.5 101 102",
+     "0c=103 1c=108.5 1o=106,1c=106.2 2o=105"},
+    {"qxEveningStar", qxEveningStar, "100 106.5 99.5 106 / 107 108.5 106.5 108 / 106 106.5 101 102",
+     "0c=103 1c=107.2 1o=106,1c=107 2o=105"},
+    {"qxMorningDojiStar", qxMorningDojiStar,
+     "106 106.5 99.5 100 / 98.8 99.5 98.5 99 / 99 104.5 98.9 104",
+     "0c=103 0o=98.8 0o=103.9 1o=99.9,1c=100,0o=99.95 1o=98"},
+    {"qxMorningStar", qxMorningStar, "106 106.5 99.5 100 / 98 99.5 97.5 99 / 99 104.5 98.9 104",
+     "0c=103 0o=98 0o=103.9 1o=99,1c=100,0o=99.5 1c=98.2"},
+    {"qxDragonflyDojiBull", qxDragonflyDojiBull,
+     "104 104.5 102 102.5 / 102.5 103 100 101 / 100 100.1 98 100",
+     "0h=100.4 0l=99.1 0c=99.4 1c=103 2c=105"},
+    {"qxDragonflyDojiBear", qxDragonflyDojiBear,
+     "102 104.5 101.5 104 / 104 106 103.5 105.5 / 100 100.1 98 100",
+     "0h=100.4 0l=99.1 0c=99.4 1c=103 2c=101"},
+    {"qxMeetingLinesBear", qxMeetingLinesBear,
+     "100 102 99.5 101.5 / 101.5 103 101 102.8 / 105 105.5 102 102.9",
+     "0c=103.4 0o=102 1o=103 2c=99"},
+    {"qxMeetingLinesBull", qxMeetingLinesBull,
+     "105 105.5 103 103.5 / 103 103.5 101 101.5 / 99 102 98.5 101.6",
+     "0c=102.1 0o=103 1o=101 2o=103"},
+    {"qxThreeOutsideDown", qxThreeOutsideDown,
+     "100 101.3 99.8 101 / 102 103 97.6 98 / 98 98.2 95.9 96",
+     "0c=97.6,0l=97.6 0l=94 1h=101.3 1l=99.8 2h=102 2c=104"},
+    {"qxThreeOutsideUp", qxThreeOutsideUp,
+     "101 101.3 99.8 100 / 99 103.4 98.6 103 / 103 105.2 102.8 105",
+     "0c=103.4,0h=103.4 0h=106.6 1l=99.8 1l=95.5 2h=102 2o=104"},
+    {"qxThreeStarsInTheSouth", qxThreeStarsInTheSouth,
+     "105 105.5 85 100 / 102 103 95 100 / 99 99 97 97",
+     "0h=99.1 0l=96.9 1h=105.5 1l=85 1o=100,1c=99 2l=91 2h=109"},
+    {"qxUpsideGap2Crows", qxUpsideGap2Crows,
+     "100 105.5 99.5 105 / 107 107.5 106 106.2 / 107.5 108 105.5 106",
+     "0c=106.2 0o=107 1c=105 2o=104"},
+    {"qxBreakawayBear", qxBreakawayBear,
+     "110 110.5 104.5 105 / 105 105.5 102.5 103 / 103 103.5 100.5 101 / 101 101.5 "
+     "98.5 99 / 99 104.5 98.5 104",
+     "0c=103 0o=105,0c=109 1c=96 2o=106 3o=108 4o=106"},
+    {"qxBreakawayBull", qxBreakawayBull,
+     "100 105.5 99.5 105 / 105 107.5 104.5 107 / 107 109.5 106.5 109 / 109 111.5 "
+     "108.5 111 / 111 111.5 105.5 106",
+     "0c=107 0o=105,0c=101 1c=114 2o=104 3o=102 4o=104"},
+    {"qxLadderBottom", qxLadderBottom,
+     "112 112.5 108.5 109 / 109 109.5 105.5 106 / 106 106.5 102.5 103 / 102 105 "
+     "99.9 101 / 103 107.2 102.5 107",
+     "0o=102 0h=110.1 1h=103.9 1o=100.2,1c=99.6,1h=103 2o=104 3o=107 4c=111"},
+    {"qxTriStarBear", qxTriStarBear,
+     "100 102.5 99.5 102 / 102 104.5 101.5 104 / 105 105.5 104.5 105.1 / 106 106.5 "
+     "105.5 106.1 / 105 105.5 104.5 105.2",
+     "0o=106,0c=106.1 1o=107 2o=104,2c=104 2o=106,2c=106.1 3o=104.5 4o=103"},
+    {"qxTriStarBull", qxTriStarBull,
+     "104 104.5 101.5 102 / 102 102.5 99.5 100 / 99 99.5 98.5 99.1 / 99 99.5 98.5 "
+     "98.9 / 99 99.5 98.5 99",
+     "0c=100 1c=100 2c=98 2o=100,2c=100 3o=99 4o=101"},
+    {"qxAdvanceBlock", qxAdvanceBlock, "100 103 99.9 103 / 103 105 102.9 105 / 105 106 104.9 106",
+     "0o=104 0c=105,0o=104.5 1o=102"},
+    {"qxAdvanceBlock", qxAdvanceBlock, "100 101 99.9 101 / 101 105 100.9 102 / 102 106 101.9 103",
+     "0h=104 1h=103 2h=104"},
+    {"qxDeliberationBull", qxDeliberationBull,
+     "100 105.2 99.5 105 / 105 110.2 104.5 110 / 110.5 112 110 111.5",
+     "0o=110 0c=110.7 0c=115 1h=114 2h=109"},
+    {"qxDeliberationBear", qxDeliberationBear,
+     "115 115.5 109.8 110 / 110 110.5 104.8 105 / 104.5 105 103 103.5",
+     "0o=105 0c=104.3 0c=101 1l=101 2l=106"},
+    {"qxOnNeck", qxOnNeck, "108 108.5 105.5 106 / 106 106.2 99.5 100 / 98 100 97.5 99.6",
+     "0o=99.5 0c=100.1 1o=101 2o=105"},
+    {"qxSideBySideWhiteGapDn", qxSideBySideWhiteGapDn,
+     "110 110.5 108 108.5 / 104.8 106.2 104.5 106 / 105 106.5 104.5 106.1",
+     "0o=105.6,0c=106.8 0o=102 0o=106,1o=105.9 2c=106"},
+    {"qxSideBySideWhiteGapUp", qxSideBySideWhiteGapUp,
+     "100 101.5 99.8 101 / 102 103.5 101.8 103 / 102.1 103.6 101.8 103.2",
+     "0o=102.7,0c=103.9 0c=107 0c=102.3,1c=102.2 2c=102"},
+    {"qxTasukiDownsideGap", qxTasukiDownsideGap,
+     "108 108.5 105.8 106 / 104 104.2 102.8 103 / 103.5 105 103.2 104.5",
+     "0o=103 0o=103.2,0c=104 0o=103.1,0c=105.9 2c=104.5"},
+    {"qxTasukiUpsideGap", qxTasukiUpsideGap,
+     "100 102.2 99.8 102 / 104 105.2 103.8 105 / 104.5 104.8 103 103.5",
+     "0o=105 0o=104.8,0c=104 0o=104.9,0c=102.1 2c=103.5"},
+    {"qxThreeGapsUp", qxThreeGapsUp,
+     "100 101 99.5 100.5 / 101 102 100.5 101.5 / 102 103 101.8 102.5 / 103 104 "
+     "102.8 103.5",
+     "0o=102.5 1o=101.5 2o=100.5"},
+    {"qxThreeGapsDown", qxThreeGapsDown,
+     "103.5 104 102.8 103 / 102.5 103 101.8 102 / 101.5 102 100.5 101 / 100.5 101 "
+     "99.5 100",
+     "0o=101 1o=102 2o=103"},
+    {"qxThreeWhiteSoldiers", qxThreeWhiteSoldiers,
+     "100 103.1 99.5 103 / 102 105.1 101.5 105 / 104 107.1 103.5 107",
+     "0h=107.7 1h=107.1,1c=107 2h=103.6 2o=102.8,2h=103.4"},
+    {"qxThreeLineStrikeBear", qxThreeLineStrikeBear,
+     "112 112.5 108.5 109 / 109 109.5 105.5 106 / 106 106.5 102.5 103 / 102 113 "
+     "101.5 112.5",
+     "0o=103 0c=112 1o=104 1o=110,1c=106 2o=113,2c=109"},
+    {"qxThreeLineStrikeBull", qxThreeLineStrikeBull,
+     "100 103.5 99.5 103 / 103 106.5 102.5 106 / 106 109.5 105.5 109 / 110 110.5 99 "
+     "99.5",
+     "0o=109 0c=100 1o=102,1c=106 2o=99,2c=103 3c=101"},
+    {"qxFalling3Method", qxFalling3Method,
+     "110 110.5 103.5 104 / 104.5 106 104.2 105.5 / 105.5 107 105.2 106.5 / 106.5 "
+     "108 106.2 107.5 / 108 108.5 102 102.5",
+     "0c=104 0o=107,4o=107 1o=105.5,1c=106.5 2o=104.5,2c=105.5 2o=106.3 3o=104"},
+    {"qxFalling3Method", qxFalling3Method,
+     "107 110.5 103.5 104 / 104.5 106 104.2 105.5 / 105.5 107 105.2 106.5 / 106.5 "
+     "108 106.2 107.5 / 107.5 108.5 102 102.5",
+     "0o=107.4"},
+    {"qxRising3Method", qxRising3Method,
+     "100 106.5 99.5 106 / 105.5 105.8 104.2 104.5 / 104.5 104.8 103.2 103.5 / "
+     "103.5 103.8 102.2 102.5 / 102 108 101.5 107.5",
+     "0c=106 0o=103,4o=103 1o=104.5,1c=103.5 2o=105.5,2c=104.5 2o=103.7 3o=106"},
+    {"qxRising3Method", qxRising3Method,
+     "103 106.5 99.5 106 / 105.5 105.8 104.2 104.5 / 104.5 104.8 103.2 103.5 / "
+     "103.5 103.8 102.2 102.5 / 102.5 108 101.5 107.5",
+     "0o=102.6"},
+    {"qxMatHoldPattern", qxMatHoldPattern,
+     "100 105.5 99.5 105 / 107 107.5 105.8 106 / 106.5 107 105.2 105.5 / 106 106.5 "
+     "104.8 105 / 106.5 109 106.2 108.5",
+     "0o=106 0c=106.7 1o=106.5,1c=105.5,0o=107 2o=107,2c=106 3o=106.6,3c=105 4o=104"},
+};
+
+std::vector<Bar> parseBars(const std::string& text) {
+  std::vector<Bar> bars;
+  std::istringstream in(text);
+  std::string separator;
+  do {
+    Bar bar = {40000.0 + static_cast<double>(bars.size()), 0, 0, 0, 0, 100, 0};
+    in >> bar.open >> bar.high >> bar.low >> bar.close;
+    bars.push_back(bar);
+  } while (in >> separator);
+  return bars;
+}
+
+void applyChanges(std::vector<Bar>& bars, const std::string& changes) {
+  std::istringstream in(changes);
+  std::string change;
+  while (std::getline(in, change, ',')) {
+    Bar& bar = bars[bars.size() - 1 - static_cast<size_t>(change[0] - '0')];
+    double& price = change[1] == 'o'   ? bar.open
+                    : change[1] == 'h' ? bar.high
+                    : change[1] == 'l' ? bar.low
+                                       : bar.close;
+    price = std::stod(change.substr(3));
+  }
+}
+
+// The bars followed by forty whose bodies of 2 hold the average body near 2.
+std::vector<Bar> withFillers(std::vector<Bar> bars) {
+  bars.insert(bars.end(), 40, {50000, 100, 102, 100, 102, 100, 0});
+  return bars;
+}
+
+struct Candles {
+  qxCandles record = {};
+  explicit Candles(const qxBars* bars) { EXPECT_EQ(qxCandleConstruct(bars, &record), QX_SUCCESS); }
+  ~Candles() { qxCandleFree(&record); }
+  Candles(const Candles&) = delete;
+  Candles& operator=(const Candles&) = delete;
+  operator qxCandles*() { return &record; }
+};
+
+int32_t result(const Case& c, const std::vector<Bar>& pattern, size_t index) {
+  BarSet bars(withFillers(pattern));
+  Candles candles(bars);
+  return c.test(bars, candles, static_cast<int32_t>(index));
+}
+
+TEST(Candlesticks, EachPatternFiresAndItsNearMissesDoNot) {
+  for (const Case& c : kCases) {
+    const std::vector<Bar> pattern = parseBars(c.bars);
+    EXPECT_EQ(result(c, pattern, pattern.size() - 1), 1) << c.name << ": " << c.bars;
+    std::istringstream misses(c.misses);
+    std::string miss;
+    while (misses >> miss) {
+      std::vector<Bar> changed = pattern;
+      applyChanges(changed, miss);
+      EXPECT_EQ(result(c, changed, pattern.size() - 1), 0) << c.name << ": " << miss;
+    }
+    if (pattern.size() > 1) {
+      const std::vector<Bar> shortened(pattern.begin() + 1, pattern.end());
+      EXPECT_EQ(result(c, shortened, shortened.size() - 1), 0) << c.name << " lacks its first bar";
+    }
+  }
+}
+
+TEST(Candlesticks, FillFindsEveryTestByNameInAnyCase) {
+  std::set<std::string> names;
+  for (const Case& c : kCases) {
+    names.insert(c.name);
+    const std::vector<Bar> pattern = parseBars(c.bars);
+    const auto last = static_cast<int32_t>(pattern.size()) - 1;
+    BarSet bars(withFillers(pattern));
+    Candles candles(bars);
+    std::string upper = c.name;
+    for (char& letter : upper) letter = static_cast<char>(std::toupper(letter));
+    Series out;
+    EXPECT_EQ(qxCandleFill(bars, candles, out, upper.c_str(), last, last), 1) << c.name;
+    int32_t found = 0;
+    for (int32_t i = 0; i < bars->barsize; ++i) {
+      found += c.test(bars, candles, i);
+      EXPECT_EQ(out[i], i == last ? 1.0 : 0.0) << c.name << " at " << i;
+    }
+    EXPECT_EQ(qxCandleFill(bars, candles, out, c.name, INT32_MIN, INT32_MAX), found) << c.name;
+    for (int32_t i = 0; i < bars->barsize; ++i) {
+      EXPECT_EQ(out[i], c.test(bars, candles, i)) << c.name << " at " << i;
+    }
+  }
+  EXPECT_EQ(names.size(), 61u);
+}
+
+TEST(Candlesticks, FillRefusesUnknownNamesBeforeItTouchesTheOutput) {
+  BarSet bars(qxtest::workedBars());
+  Candles candles(bars);
+  Series out({7, 8}, 1);
+  const std::string longName(5000, 'q');
+  for (const char* name : {"qxGap", "Hammer", "", "qxHammer2", longName.c_str()}) {
+    EXPECT_EQ(qxCandleFill(bars, candles, out, name, 0, 11), QX_ERR_INVALID_PARM) << name;
+  }
+  EXPECT_EQ(qxCandleFill(bars, candles, out, nullptr, 0, 11), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxCandleFill(bars, nullptr, out, "qxHammer", 0, 11), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxCandleFill(nullptr, candles, out, "qxHammer", 0, 11), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(out.values(), (std::vector<double>{7, 8}));
+  EXPECT_EQ(qxCandleFill(bars, candles, &bars->low, "qxHammer", 0, 11), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxCandleFill(bars, candles, out, "qxHammer", 5, 4), 0);
+  EXPECT_EQ(out.values(), (std::vector<double>{0, 0}));
+  EXPECT_EQ(out.record.firstvalid, 1);
+}
+
+TEST(Candlesticks, TestsReadNothingOutsideBarsAndCodes) {
+  BarSet bars(withFillers({}));
+  Candles candles(bars);
+  BarSet fewer(qxtest::workedBars());
+  Candles fewerCandles(fewer);
+  qxCandles none = {};
+  for (const Case& c : kCases) {
+    for (int32_t index : {INT32_MIN, -1, 40, INT32_MAX}) {
+      EXPECT_EQ(c.test(bars, candles, index), 0) << c.name;
+    }
+    EXPECT_EQ(c.test(bars, fewerCandles, 20), 0) << c.name;
+    EXPECT_EQ(c.test(bars, &none, 20), 0) << c.name;
+    EXPECT_EQ(c.test(bars, nullptr, 20), 0) << c.name;
+    EXPECT_EQ(c.test(nullptr, candles, 20), 0) << c.name;
+  }
+}
+
+}  // namespace

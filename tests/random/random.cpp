@@ -1,0 +1,93 @@
+#include "tests/random/random.h"
+
+#include <iterator>
+#include <limits>
+#include <string>
+
+namespace qxrandom {
+
+uint64_t next(Random& random) {
+  uint64_t z = (random.state += 0x9E3779B97F4A7C15u);
+  z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9u;
+  z = (z ^ (z >> 27)) * 0x94D049BB133111EBu;
+  return z ^ (z >> 31);
+}
+
+int32_t below(Random& random, int32_t bound) {
+  return static_cast<int32_t>(next(random) % static_cast<uint64_t>(bound));
+}
+
+bool onceIn(Random& random, int32_t times) { return below(random, times) == 0; }
+
+int32_t hostileInt(Random& random) {
+  constexpr int32_t kExtremes[] = {
+      INT32_MIN, INT32_MIN + 1, -86400,    -100,         -2,           -1,        0,
+      1,         2,             3,         86400,        1 << 30,      (1 << 30) + 1,
+      20200229,  19991231,      235959,    INT32_MAX / 2, INT32_MAX - 1, INT32_MAX};
+  switch (below(random, 10)) {
+    case 0:
+      return kExtremes[below(random, static_cast<int32_t>(std::size(kExtremes)))];
+    case 1:
+      return static_cast<int32_t>(next(random));
+    case 2:
+      return below(random, 4000) - 1000;
+    case 3:
+      return -below(random, 5);
+    default:
+      return below(random, 24);
+  }
+}
+
+double hostileDouble(Random& random) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  constexpr double kExtremes[] = {0.0,
+                                  -0.0,
+                                  kInfinity,
+                                  -kInfinity,
+                                  std::numeric_limits<double>::quiet_NaN(),
+                                  std::numeric_limits<double>::max(),
+                                  std::numeric_limits<double>::lowest(),
+                                  std::numeric_limits<double>::min(),
+                                  std::numeric_limits<double>::denorm_min(),
+                                  1e308,
+                                  -1e300,
+                                  9.3e18,
+                                  -9.3e18,
+                                  2147483648.0,
+                                  -693594.0,
+                                  0.1};
+  switch (below(random, 12)) {
+    case 0:
+      return kExtremes[below(random, static_cast<int32_t>(std::size(kExtremes)))];
+    case 1:
+      return static_cast<double>(static_cast<int64_t>(next(random)));
+    case 2:
+      return static_cast<double>(next(random)) * 0x1p-64;
+    case 3:
+      return 36526.0 + below(random, 20000) / 7.0;
+    case 4:
+      return -below(random, 1000) / 8.0;
+    case 5:
+      return below(random, 3);
+    default:
+      return 100.0 + below(random, 4000) / 100.0;
+  }
+}
+
+const char* hostileText(Random& random) {
+  static const std::string kLong(300, 'x');
+  static const std::string kLongBlanks(290, ' ');
+  static const std::string kLongDigits = std::string(40, '9') + "/" + std::string(40, '1');
+  static const char* const kTexts[] = {
+      "", " ", ",", ", ", "\t", ",;|", "0123456789abcdef", "12345678901234567", "A", "d", "S", "D",
+      "1999-03-15", "19990315", "03/15/1999 2:30 PM", "15-Mar-99", "9:30", "093015", "2p",
+      "yyyy/mm/dd hh:nn:ss", "mmm d yy AM/PM", "a", "A/", "hH:mM:sS A/P", "MA", "%f %i\n",
+      "%CYMDi %HMSi %8.3f %r\n", "%", "%%", "%n%s%p", "%*d %999999999f", "%hhi%lli%Lf", "qxCPR",
+      "qxgap", "qxHammer", "QXTWEEZERTOPS", "no such name", "master", "F1.DAT", "prices.csv",
+      "txtinfo.txt", ".", "..", "missing", "folder/", "folder\\", " folder ", "out.txt", "STDOUT",
+      "stdout ", "CT", "2", "7", "TXT", "99999999999999999999", "-1", "Arial", "\xFF\xFE\x80",
+      "line\nbreak\r\n", "<&\"'>", kLong.c_str(), kLongBlanks.c_str(), kLongDigits.c_str()};
+  return kTexts[below(random, static_cast<int32_t>(std::size(kTexts)))];
+}
+
+}  // namespace qxrandom

@@ -1,0 +1,111 @@
+#include <cmath>
+
+#include "tests/trading/simulation.h"
+
+namespace {
+
+using qxtest::near;
+using qxtest::priceBar;
+using qxtest::Simulation;
+using qxtest::WorkedRun;
+
+// The profit report prints the other statistics of this run.
+TEST(TradeStatistics, WorkedRun) {
+  WorkedRun run;
+  const double root = std::sqrt(2.0);
+  const qxTradeStats &sideLong = run->longstats, &sideShort = run->shortstats;
+  EXPECT_EQ(sideLong.winnerbarsum, 5);
+  EXPECT_EQ(sideLong.loserbarsum, 3);
+  EXPECT_EQ(sideLong.winstreak, 1);
+  EXPECT_EQ(sideLong.losestreak, 0);
+  EXPECT_TRUE(near(sideLong.pctprofitable, 200.0 / 3));
+  EXPECT_TRUE(near(sideLong.winlossratio, 116.25 / 90));
+  EXPECT_TRUE(near(sideLong.prr, (2 - root) / 3 * 232.5 / 2 / 60));
+  EXPECT_TRUE(near(sideShort.prr, (2 - root) / 2 * 194.5 / 2)) << "no loss: the gain itself";
+  EXPECT_TRUE(near(run->netstats.prr, 42.7 / 36));
+  EXPECT_TRUE(near(run->netstats.profitfactor, 232.5 / 90)) << "the sum of the sides' factors";
+  EXPECT_EQ(run->netstats.maxwinners, 2)
+      << "the larger of the sides' streaks, not 1, 2 and 1 summed";
+  EXPECT_EQ(run->netstats.winnerbarsum + run->netstats.winstreak, 0);
+}
+
+// One long of 2 units from 10, closed unit by unit at the given prices.
+struct Closings : Simulation {
+  explicit Closings(double margin)
+      : Simulation({priceBar(1, 10, 10, 10, 10), priceBar(2, 10, 10, 10, 10),
+                    priceBar(3, 10, 10, 10, 8), priceBar(4, 12, 12, 12, 12)}) {
+    record.margin = margin;
+    advance(0);
+    qxBuyToOpen(&record, "in", 2, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
+    advance(1);
+  }
+  void closeOne() {
+    qxSellToClose(&record, "out", "", 1, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
+    advance(record.bar + 1);
+  }
+};
+
+TEST(TradeStatistics, AProfitOfZeroOnlyCountsAsATrade) {
+  Closings run(100);
+  run.closeOne();
+  const qxTradeStats& stats = run->longstats;
+  EXPECT_EQ(stats.trades, 1);
+  EXPECT_EQ(stats.winners + stats.losers + stats.winstreak + stats.losestreak, 0);
+  EXPECT_EQ(stats.pctprofitable, 0.0);
+  run.closeOne();
+  EXPECT_EQ(stats.trades, 2);
+  EXPECT_EQ(stats.winners, 1);
+  EXPECT_EQ(stats.pctprofitable, 50.0);
+  EXPECT_EQ(stats.averagetrade, 1.0);
+  EXPECT_EQ(stats.profitfactor, 0.0) << "no loss, no factor";
+  EXPECT_EQ(stats.prr, 0.0) << "one winner less its root leaves no gain";
+}
+
+TEST(TradeStatistics, AccountSizeFollowsTheMargin) {
+  const struct {
+    double margin, account, onAccount;
+  } rows[] = {{100, 4, 50}, {50, 8, 25}, {-200, 2, 100}, {0, 0, 0}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.margin);
+    Closings run(row.margin);
+    run.closeOne();
+    run.closeOne();
+    EXPECT_EQ(run->longstats.maxdrawdown, -4.0) << "closes 10, 8, 12";
+    EXPECT_EQ(run->longstats.accountsize, row.account);
+    EXPECT_EQ(run->netstats.accountsize, row.account);
+    EXPECT_EQ(run->longstats.returnonaccount, row.onAccount);
+    EXPECT_EQ(run->netstats.returnonaccount, row.onAccount);
+  }
+  // With the margin taken away the old account size keeps rating the profit.
+  Closings run(100);
+  run.closeOne();
+  run->margin = 0;
+  run.closeOne();
+  EXPECT_EQ(run->longstats.accountsize, 2.0);
+  EXPECT_EQ(run->longstats.returnonaccount, 100.0);
+}
+
+TEST(TradeStatistics, CostsAndDeductionReduceTheProfit) {
+  Closings run(100);
+  run->tickvalue = 12.5;  // a point is worth 50
+  run->unitcost = 0.5;
+  run->sidecost = 1.5;
+  run->deduction = 0.25;
+  run.advance(2);
+  run.closeOne();
+  // (1 * (12.5 * 2 / 0.25 - 0.5) - 3) * 0.75
+  EXPECT_EQ(run->netstats.netprofit, 72.375);
+}
+
+TEST(TradeStatistics, ZeroClosesCountInTheDrawdown) {
+  Simulation run({priceBar(1, 10, 10, 10, 10), priceBar(2, 10, 10, 10, 10),
+                  priceBar(3, 10, 10, 10, 0), priceBar(4, 12, 12, 12, 12)});
+  run.advance(0);
+  qxBuyToOpen(run, "in", 1, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
+  run.advance(2);
+  qxSellToClose(run, "out", "", 1, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
+  run.advance(3);
+  EXPECT_EQ(run->longstats.maxdrawdown, -12.0);
+}
+
+}  // namespace
