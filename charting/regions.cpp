@@ -36,9 +36,14 @@ bool inPolygon(std::span<const Point> corners, Point point) {
 
 bool inEllipse(const qxRect& box, Point point) {
   if (!contains(box, point.x, point.y)) return false;
-  // From the box's centre to the pixel's, in half widths and heights of the box.
-  const double x = (2.0 * point.x + 1.0 - box.left - box.right) / (1.0 * box.right - box.left);
-  const double y = (2.0 * point.y + 1.0 - box.top - box.bottom) / (1.0 * box.bottom - box.top);
+  const int64_t width = int64_t{box.right} - box.left - 1;
+  const int64_t height = int64_t{box.bottom} - box.top - 1;
+  const int64_t column = int64_t{point.x} - box.left;
+  const int64_t row = int64_t{point.y} - box.top;
+  if (column >= width || row >= height) return false;
+  // From the centre of the ellipse to the pixel's, in half widths and heights.
+  const double x = static_cast<double>(2 * column + 1 - width) / static_cast<double>(width);
+  const double y = static_cast<double>(2 * row + 1 - height) / static_cast<double>(height);
   return x * x + y * y <= 1.0;
 }
 

@@ -13,7 +13,8 @@ namespace qx {
 // outside.
 bool inPolygon(std::span<const Point> corners, Point point);
 
-// The pixel's centre lies in the ellipse that fills the box.
+// Inside the ellipse of a box. Like the elliptic regions of graphics interfaces it leaves out the
+// box's last column and row, and holds the pixels whose centres lie in the ellipse.
 bool inEllipse(const qxRect& box, Point point);
 
 double distanceToSegment(Point from, Point to, Point point);
