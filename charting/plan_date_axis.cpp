@@ -1,0 +1,124 @@
+// The date axis: vertical grid lines through the bar area, ticks and labels in the strip below it.
+#include <algorithm>
+
+#include "charting/date_marks.h"
+#include "charting/graph_state.h"
+#include "charting/planner.h"
+#include "core/numeric.h"
+
+namespace qx {
+namespace {
+
+constexpr int32_t kLabelDistance = 2;  // least pixels from the end of one label to the next
+constexpr int32_t kMostTick = 1024;
+
+LabelWidths measureLabels(const Planner& planner) {
+  const MonthNames& names = monthNames();
+  LabelWidths widths = {};
+  for (int32_t month = 0; month < 12; ++month) {
+    widths.month =
+        std::max(widths.month, textWidth(planner, planner.axisFont, names.full[month]) + 1);
+    widths.abbreviation =
+        std::max(widths.abbreviation,
+                 textWidth(planner, planner.axisFont, names.abbreviated[month]) + 1);
+  }
+  widths.day = textWidth(planner, planner.axisFont, " 00");
+  widths.monthAndDay = widths.abbreviation + widths.day;
+  widths.minute = textWidth(planner, planner.axisFont, ":00 ");
+  return widths;
+}
+
+// The bars of the axis: those in view that have a date and stand left of the bar area's end.
+struct DateWalk {
+  const double* dates;
+  IndexRange bars;
+  int64_t origin;  // x of bar 0
+  int32_t barWidth;
+};
+
+DateWalk walkDates(const Planner& planner) {
+  const qxGraph& graph = *planner.graph;
+  DateWalk walk = {};
+  walk.dates = planner.dated->date.data;
+  walk.barWidth = barWidth(graph);
+  const int64_t inset = barInset(graph);
+  const int64_t left = graph.bararea.left;
+  walk.origin = left + inset - int64_t{graph.firstshown} * walk.barWidth;
+  walk.bars = shownRange(graph, planner.datedLength);
+  const int64_t columns = int64_t{graph.bararea.right} - left - inset - 1;
+  const int64_t lastSlot = columns < 0 ? -1 : columns / walk.barWidth;
+  walk.bars.last = std::min(walk.bars.last, graph.firstshown + lastSlot);
+  return walk;
+}
+
+int32_t markX(const DateWalk& walk, int64_t bar) {
+  return saturateToInt32(walk.origin + bar * walk.barWidth);
+}
+
+// Calls `visit` with each bar's index, date and boundary mask.
+template <typename Visit>
+void forEachBar(const DateWalk& walk, Visit visit) {
+  BarDate previous = {};
+  for (int64_t bar = walk.bars.first; bar <= walk.bars.last; ++bar) {
+    const BarDate date = splitDate(walk.dates[bar]);
+    const bool first = bar == walk.bars.first;
+    visit(bar, date, first ? kFirstBarMask : boundaryMask(date, previous));
+    previous = date;
+  }
+}
+
+// Bars that all fall on one weekday never begin a week: then months serve as labels, then years.
+uint32_t labelsInView(const DateWalk& walk, uint32_t wanted) {
+  uint32_t seen = 0;
+  forEachBar(walk, [&](int64_t, const BarDate&, uint32_t mask) { seen |= mask; });
+  if ((seen & wanted) != 0) return wanted;
+  return (seen & kNewMonth) != 0 ? kNewMonth : kNewYear;
+}
+
+}  // namespace
+
+void planDateAxis(Planner* planner) {
+  if (planner->dated == nullptr) return;
+  const qxGraph& graph = *planner->graph;
+  const qxRect& strip = graph.datearea;
+  const qxRect& plot = graph.bararea;
+  const Device& device = *planner->device;
+  const DateWalk walk = walkDates(*planner);
+  const DateMarking marking = chooseMarking(
+      pixelsPerMinute(planner->dated->date, planner->datedLength, walk.barWidth),
+      pixelsPerDay(planner->dated->date, planner->datedLength, walk.barWidth),
+      planner->dated->frequency, measureLabels(*planner));
+  const uint32_t labels = labelsInView(walk, marking.labels);
+
+  const bool shown = !isEmpty(strip);
+  const bool labelled =
+      shown && (device.visible == nullptr || device.visible(device.context, strip));
+  const Pen axisPen = solidPen(graph.axiscolour);
+  const Pen gridPen = {graph.gridstyle, graph.gridwidth, graph.gridcolour};
+  const int32_t tick = std::clamp(graph.ticklength, 0, kMostTick);
+  int64_t labelEnd = INT64_MIN / 2;
+  if (shown) addLine(planner->list, axisPen, {plot.left, strip.top}, {plot.right - 1, strip.top});
+  forEachBar(walk, [&](int64_t bar, const BarDate& date, uint32_t mask) {
+    int32_t x = markX(walk, bar);
+    const bool first = bar == walk.bars.first;
+    if (!first && (mask & marking.grid) != 0 && graph.gridwidth > 0 && !isEmpty(plot)) {
+      addLine(planner->list, gridPen, {x, plot.top}, {x, plot.bottom - 1});
+    }
+    if (shown && tick > 0 && (mask & (marking.grid | labels)) != 0) {
+      addLine(planner->list, axisPen, {x, strip.top}, {x, strip.top + tick - 1});
+    }
+    if (!labelled) return;
+    if (marking.level == 1 && (mask & kNewDay) != 0) {
+      addLine(planner->list, axisPen, {x, strip.top}, {x, strip.bottom - 1});
+      ++x;
+    }
+    if ((mask & labels) == 0 || x <= labelEnd + kLabelDistance) return;
+    char label[kDateLabelSize];
+    formatDateLabel(date, mask, marking.level, label);
+    addText(planner->list, planner->axisFont.font, graph.axiscolour, {x + 1, strip.top + tick},
+            TextAlign::kLeft, strip, label);
+    labelEnd = int64_t{x} + textWidth(*planner, planner->axisFont, label);
+  });
+}
+
+}  // namespace qx

@@ -1,0 +1,157 @@
+// Grid steps, marks and labels of value axes.
+#include "charting/value_grid.h"
+
+#include <algorithm>
+#include <cinttypes>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+
+#include "core/numeric.h"
+
+namespace qx {
+namespace {
+
+constexpr int32_t kMostDecimals = 8;
+// Beyond this a whole number has no exact double, and fixed notation says nothing.
+constexpr double kMostExact = 9007199254740992.0;  // 2^53
+constexpr double kLeastStep = 1e-8;
+
+bool isExponential(const ValueGrid& grid) {
+  return std::max(std::fabs(grid.low), std::fabs(grid.high)) >= kMostExact / 100.0 ||
+         grid.rawStep < kLeastStep;
+}
+
+// The smallest distance of neighbouring marks, which decides the number of decimals.
+double leastStep(const ValueGrid& grid) {
+  return gridStep(grid.ratio == 0.0 ? grid.rawStep : grid.low * (grid.ratio - 1.0));
+}
+
+// The decimals of a step, as the eight that the decimals operation gives less their trailing zeros.
+int32_t decimalsOf(double step) {
+  // A step such as 0.05 may lie a hair below its decimals.
+  int32_t digits = qxDecimals(step + 0.5 / powerOfTen(kMostDecimals), kMostDecimals);
+  if (digits == 0) return 0;
+  int32_t decimals = kMostDecimals;
+  for (; digits % 10 == 0; digits /= 10) --decimals;
+  return decimals;
+}
+
+// A value as it is printed: the magnitude's whole part and decimals, rounded at the last one.
+struct Printed {
+  bool negative;
+  int64_t whole, fraction;
+};
+
+Printed roundMark(double value, int32_t decimals) {
+  const double unit = powerOfTen(decimals);
+  const double magnitude = std::fabs(value);
+  Printed printed = {};
+  printed.whole = truncateToInt64(magnitude);
+  printed.fraction =
+      truncateToInt64((magnitude - static_cast<double>(printed.whole)) * unit + 0.5);
+  if (static_cast<double>(printed.fraction) >= unit) {
+    printed.fraction = 0;
+    ++printed.whole;
+  }
+  printed.negative = value < 0.0 && (printed.whole != 0 || printed.fraction != 0);
+  return printed;
+}
+
+int32_t wholeWidth(double value, int32_t decimals) {
+  const Printed printed = roundMark(value, decimals);
+  return std::snprintf(nullptr, 0, "%s%" PRId64, printed.negative ? "-" : "", printed.whole);
+}
+
+// The smallest multiple of the step at or above a value; false beyond the exact integers.
+bool multipleFrom(double value, double step, double* multiple) {
+  const double count = std::ceil(value / step - 1e-9);
+  if (!(std::fabs(count) < kMostExact)) return false;
+  *multiple = count * step;
+  return true;
+}
+
+}  // namespace
+
+double gridStep(double raw) {
+  if (!(raw > 0.0) || !std::isfinite(raw)) return 0.0;
+  double factor = 1.0;
+  if (raw < 1.0) {
+    while (raw < 10.0) {
+      raw *= 10.0;
+      factor /= 10.0;
+    }
+  } else {
+    while (raw > 100.0) {
+      raw /= 10.0;
+      factor *= 10.0;
+    }
+  }
+  for (const double readable : {1.0, 2.0, 5.0, 10.0, 25.0, 50.0}) {
+    if (raw <= readable) return readable * factor;
+  }
+  return 100.0 * factor;
+}
+
+ValueGrid makeGrid(const ValueScale& scale, int32_t spacing) {
+  ValueGrid grid = {};
+  if (scale.flat || scale.bottom <= scale.top || scale.perValue == 0.0) return grid;
+  const double perRow = 1.0 / std::fabs(scale.perValue);
+  const double other = scale.low + (scale.bottom - scale.top - 1) / scale.perValue;
+  grid.low = std::min(scale.low, other);
+  grid.high = std::max(scale.low, other);
+  if (scale.logarithmic) {
+    grid.low = std::pow(10.0, grid.low);
+    grid.high = std::pow(10.0, grid.high);
+    grid.ratio = std::pow(10.0, perRow * spacing);
+    grid.rawStep = grid.low * (grid.ratio - 1.0);
+  } else {
+    grid.rawStep = perRow * spacing;
+  }
+  if (!std::isfinite(grid.low) || !std::isfinite(grid.high) || leastStep(grid) == 0.0) return {};
+  grid.decimals = decimalsOf(leastStep(grid));
+  grid.whole = std::max(wholeWidth(grid.low, grid.decimals), wholeWidth(grid.high, grid.decimals));
+  return grid;
+}
+
+bool firstMark(const ValueGrid& grid, double* value) {
+  return grid.rawStep > 0.0 && multipleFrom(grid.low, leastStep(grid), value) &&
+         *value <= grid.high;
+}
+
+bool nextMark(const ValueGrid& grid, double* value) {
+  const double before = *value;
+  if (grid.ratio == 0.0) {
+    const double step = gridStep(grid.rawStep);
+    *value = (std::round(before / step) + 1.0) * step;
+  } else {
+    const double distance = before * (grid.ratio - 1.0);
+    if (!multipleFrom(before + distance, gridStep(distance), value)) return false;
+  }
+  // Also ends the walk where the step no longer changes the value.
+  return *value > before && *value <= grid.high;
+}
+
+void formatMark(const ValueGrid& grid, double value, char (&label)[kLabelSize]) {
+  if (isExponential(grid)) {
+    // The exponent form is written without the C locale's decimal point.
+    const int32_t exponent =
+        value == 0.0 ? 0 : truncateToInt32(std::floor(std::log10(std::fabs(value))));
+    const Printed printed = roundMark(value / std::pow(10.0, exponent), 4);
+    std::snprintf(label, sizeof label, "%s%" PRId64 ".%04" PRId64 "e%+d",
+                  printed.negative ? "-" : "", printed.whole, printed.fraction, exponent);
+    return;
+  }
+  const Printed printed = roundMark(value, grid.decimals);
+  char whole[24];
+  std::snprintf(whole, sizeof whole, "%s%" PRId64, printed.negative ? "-" : "", printed.whole);
+  if (grid.decimals == 0) {
+    std::snprintf(label, sizeof label, "%s", whole);
+    return;
+  }
+  char format[24];
+  std::snprintf(format, sizeof format, "%%%is.%%0%illi", grid.whole, grid.decimals);
+  std::snprintf(label, sizeof label, format, whole, static_cast<long long>(printed.fraction));
+}
+
+}  // namespace qx
