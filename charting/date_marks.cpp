@@ -32,14 +32,11 @@ DateMarking intradayMarking(double perMinute, const LabelWidths& widths) {
   static constexpr struct {
     int32_t minutes;
     DateMarking marking;
-  } kRows[] = {{1, {kNewFiveMinutes, kNewMinute, 1}},
-               {5, {kNewFiveMinutes, kNewFiveMinutes, 1}},
-               {10, {kNewTenMinutes, kNewTenMinutes, 1}},
-               {15, {kNewQuarterHour, kNewQuarterHour, 1}},
-               {30, {kNewHalfHour, kNewHalfHour, 1}},
-               {60, {kNewHour, kNewHour, 1}},
-               {120, {kNewTwoHours, kNewTwoHours, 1}},
-               {720, {0, kNewHalfDay, 1}}};
+  } kRows[] = {
+      {1, {kNewFiveMinutes, kNewMinute, 1}},     {5, {kNewFiveMinutes, kNewFiveMinutes, 1}},
+      {10, {kNewTenMinutes, kNewTenMinutes, 1}}, {15, {kNewQuarterHour, kNewQuarterHour, 1}},
+      {30, {kNewHalfHour, kNewHalfHour, 1}},     {60, {kNewHour, kNewHour, 1}},
+      {120, {kNewTwoHours, kNewTwoHours, 1}},    {720, {0, kNewHalfDay, 1}}};
   for (const auto& row : kRows) {
     if (row.minutes * perMinute > widths.minute) return row.marking;
   }

@@ -1,5 +1,5 @@
-// The flat list of drawing operations that a planned graph consists of: plain data that the painters
-// replay, on a device or into a file. Nothing here knows a device.
+// The flat list of drawing operations that a planned graph consists of: plain data that the
+// painters replay, on a device or into a file. Nothing here knows a device.
 #ifndef QUORVEX_CHARTING_DRAW_LIST_H
 #define QUORVEX_CHARTING_DRAW_LIST_H
 

@@ -246,7 +246,9 @@ ChartView viewChart(const qxGraph& graph, const qxGraphSubwin& subwin, const qxG
   if (chart.style >= QX_CHART_LINE) {
     view.bars.first = std::max<int64_t>(view.bars.first, chart.series.firstvalid);
   }
-  const bool empty = view.clip.right <= view.clip.left || view.clip.bottom <= view.clip.top;
+  // On a scale without a span every value lies on row 0, and columns would fill the pane.
+  const bool empty =
+      view.clip.right <= view.clip.left || view.clip.bottom <= view.clip.top || view.scale.flat;
   if (empty || view.bars.last < view.bars.first) {
     view.bars = {0, -1};
   } else {

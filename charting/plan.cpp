@@ -77,8 +77,7 @@ LineFont lineFont(const Device& device, const char (&face)[32], float points) {
 int32_t textWidth(const Planner& planner, const LineFont& font, const char* text) {
   if (font.lineHeight == 0) return 0;
   const Device& device = *planner.device;
-  return device.textWidth(device.context, font.font, text,
-                          static_cast<int32_t>(std::strlen(text)));
+  return device.textWidth(device.context, font.font, text, static_cast<int32_t>(std::strlen(text)));
 }
 
 bool isPaintable(const qxRect& area) {

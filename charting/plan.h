@@ -1,5 +1,5 @@
-// Turns a graph into a list of drawing operations and writes the layout and the scales that it finds
-// back into the graph's records. Pure computation over the metrics of a device.
+// Turns a graph into a list of drawing operations and writes the layout and the scales that it
+// finds back into the graph's records. Pure computation over the metrics of a device.
 #ifndef QUORVEX_CHARTING_PLAN_H
 #define QUORVEX_CHARTING_PLAN_H
 

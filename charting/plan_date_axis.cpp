@@ -18,9 +18,8 @@ LabelWidths measureLabels(const Planner& planner) {
   for (int32_t month = 0; month < 12; ++month) {
     widths.month =
         std::max(widths.month, textWidth(planner, planner.axisFont, names.full[month]) + 1);
-    widths.abbreviation =
-        std::max(widths.abbreviation,
-                 textWidth(planner, planner.axisFont, names.abbreviated[month]) + 1);
+    widths.abbreviation = std::max(
+        widths.abbreviation, textWidth(planner, planner.axisFont, names.abbreviated[month]) + 1);
   }
   widths.day = textWidth(planner, planner.axisFont, " 00");
   widths.monthAndDay = widths.abbreviation + widths.day;
@@ -67,12 +66,17 @@ void forEachBar(const DateWalk& walk, Visit visit) {
   }
 }
 
-// Bars that all fall on one weekday never begin a week: then months serve as labels, then years.
+// The boundaries that are labelled in this view. Weekly bars begin a week only where a holiday
+// moved one to an earlier weekday: while months are more frequent they are labelled too, or years
+// where there is nothing else.
 uint32_t labelsInView(const DateWalk& walk, uint32_t wanted) {
-  uint32_t seen = 0;
-  forEachBar(walk, [&](int64_t, const BarDate&, uint32_t mask) { seen |= mask; });
-  if ((seen & wanted) != 0) return wanted;
-  return (seen & kNewMonth) != 0 ? kNewMonth : kNewYear;
+  int64_t met = 0, months = 0;
+  forEachBar(walk, [&](int64_t, const BarDate&, uint32_t mask) {
+    met += (mask & wanted) != 0;
+    months += (mask & kNewMonth) != 0;
+  });
+  if (met > 0) return wanted == kNewWeek && met < months ? wanted | kNewMonth : wanted;
+  return months > 0 ? kNewMonth : kNewYear;
 }
 
 }  // namespace
@@ -84,10 +88,10 @@ void planDateAxis(Planner* planner) {
   const qxRect& plot = graph.bararea;
   const Device& device = *planner->device;
   const DateWalk walk = walkDates(*planner);
-  const DateMarking marking = chooseMarking(
-      pixelsPerMinute(planner->dated->date, planner->datedLength, walk.barWidth),
-      pixelsPerDay(planner->dated->date, planner->datedLength, walk.barWidth),
-      planner->dated->frequency, measureLabels(*planner));
+  const DateMarking marking =
+      chooseMarking(pixelsPerMinute(planner->dated->date, planner->datedLength, walk.barWidth),
+                    pixelsPerDay(planner->dated->date, planner->datedLength, walk.barWidth),
+                    planner->dated->frequency, measureLabels(*planner));
   const uint32_t labels = labelsInView(walk, marking.labels);
 
   const bool shown = !isEmpty(strip);

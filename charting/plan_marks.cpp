@@ -65,9 +65,9 @@ qxRect plotIn(const Planner& planner, const qxGraphSubwin& pane) {
 // The rows or columns around two coordinates, both included, cut to a guard.
 qxRect boxOf(const qxRect& guard, const Point& a, const Point& b) {
   const auto next = [](int32_t v) { return saturateToInt32(int64_t{v} + 1); };
-  return intersection({std::min(a.x, b.x), std::min(a.y, b.y), next(std::max(a.x, b.x)),
-                       next(std::max(a.y, b.y))},
-                      guard);
+  return intersection(
+      {std::min(a.x, b.x), std::min(a.y, b.y), next(std::max(a.x, b.x)), next(std::max(a.y, b.y))},
+      guard);
 }
 
 void planShape(Planner* planner, const qxRect& plot, const qxGraphShape& shape, Point from,

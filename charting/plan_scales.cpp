@@ -1,5 +1,5 @@
-// The value scales: extremes of the charts that share a scale, padded by the scale margins and stored
-// back into their records.
+// The value scales: extremes of the charts that share a scale, padded by the scale margins and
+// stored back into their records.
 #include <algorithm>
 #include <cmath>
 
@@ -22,10 +22,9 @@ bool drawsBars(int32_t style) {
 // The extremes of one chart over the bars that a mode asks for, cut to what the chart holds.
 Extremes chartExtremes(const qxGraph& graph, const qxGraphChart& chart, int32_t mode) {
   const bool bars = drawsBars(chart.style);
-  const int32_t length =
-      bars ? heldLength(chart.bars.barsize, {&chart.bars.open, &chart.bars.high, &chart.bars.low,
-                                             &chart.bars.close})
-           : heldSize(chart.series);
+  const int32_t length = bars ? heldLength(chart.bars.barsize, {&chart.bars.open, &chart.bars.high,
+                                                                &chart.bars.low, &chart.bars.close})
+                              : heldSize(chart.series);
   IndexRange range = {0, int64_t{length} - 1};
   if (mode == QX_SCALE_SHOWN) range = shownRange(graph, length);
   if (!bars) range.first = std::max<int64_t>(range.first, chart.series.firstvalid);

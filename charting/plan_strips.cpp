@@ -36,8 +36,9 @@ void formatRange(const Planner& planner, char* text, size_t size) {
   const int64_t last = std::min(shown.last, graph.firstshown + std::max<int64_t>(slots - 1, 0));
   if (shown.first > last) return;
   const double* dates = planner.dated->date.data;
-  const char* picture =
-      planner.dated->frequency == QX_FREQ_INTRADAY ? dateTimePicture() : datePicture();
+  char picture[kDateTextSize];
+  const bool intraday = planner.dated->frequency == QX_FREQ_INTRADAY;
+  std::snprintf(picture, sizeof picture, "%s%s", datePicture(), intraday ? " hh:nn" : "");
   char from[kDateTextSize], to[kDateTextSize];
   qxFormatDate(dates[shown.first], picture, from);
   qxFormatDate(dates[last], picture, to);

@@ -1,5 +1,5 @@
-// The value axes of the panes: grid lines across the pane, and in the strip beside it an axis line in
-// the colour of the chart whose scale it shows, with ticks and labels.
+// The value axes of the panes: grid lines across the pane, and in the strip beside it an axis line
+// in the colour of the chart whose scale it shows, with ticks and labels.
 #include <algorithm>
 #include <cmath>
 
@@ -10,7 +10,6 @@ namespace qx {
 namespace {
 
 constexpr int32_t kLabelGap = 2;       // between tick and label, and beside the label
-constexpr int32_t kLinesPerMark = 2;   // marks stand at least so many text lines apart
 constexpr int32_t kLeastSpacing = 12;  // pixels between marks when there is no font
 constexpr int32_t kMostTick = 64;
 
@@ -53,7 +52,8 @@ ValueAxis makeAxis(const Planner& planner, const qxGraphSubwin& pane, int32_t ax
   if (result.chart == nullptr) return result;
   const qxRect plot = plotOf(*planner.graph, pane);
   result.scale = makeScale(*result.chart, plot.top, plot.bottom);
-  const int32_t spacing = std::max(kLinesPerMark * planner.titleFont.lineHeight, kLeastSpacing);
+  // A line and a half: room for the labels at the ends of a pane to move inside it.
+  const int32_t spacing = std::max(planner.titleFont.lineHeight * 3 / 2, kLeastSpacing);
   result.grid = makeGrid(result.scale, spacing);
   result.gridColour = axis == 0 ? pane.gridcolour : pane.gridcolour2;
   result.gridWidth = axis == 0 ? pane.gridwidth : pane.gridwidth2;
@@ -65,19 +65,23 @@ int32_t tickLength(const qxGraph& graph) {
   return std::clamp(graph.ticklength, 0, kMostTick);
 }
 
+int32_t widestLabel(const Planner& planner, const ValueAxis& axis) {
+  int32_t widest = 0;
+  double value;
+  for (bool more = firstMark(axis.grid, &value); more; more = nextMark(axis.grid, &value)) {
+    char label[kLabelSize];
+    formatMark(axis.grid, value, label);
+    widest = std::max(widest, textWidth(planner, planner.titleFont, label));
+  }
+  return widest;
+}
+
 // The width of the column that an axis needs, 0 when no pane shows it.
 int32_t columnWidth(const Planner& planner, int32_t axis) {
-  if (planner.titleFont.lineHeight == 0) return 0;
   int32_t widest = 0;
   for (const qxGraphSubwin& pane : subwinsOf(*planner.graph)) {
     const ValueAxis values = makeAxis(planner, pane, axis);
-    if (values.chart == nullptr) continue;
-    double value;
-    for (bool more = firstMark(values.grid, &value); more; more = nextMark(values.grid, &value)) {
-      char label[kLabelSize];
-      formatMark(values.grid, value, label);
-      widest = std::max(widest, textWidth(planner, planner.titleFont, label));
-    }
+    if (values.chart != nullptr) widest = std::max(widest, widestLabel(planner, values));
   }
   return widest == 0 ? 0 : tickLength(*planner.graph) + widest + 3 * kLabelGap;
 }
@@ -95,16 +99,14 @@ void planMark(Planner* planner, const ValueAxis& axis, const qxRect& plot, const
   if (tick > 0) {
     addLine(planner->list, solidPen(colour), {column.left, y}, {column.left + tick - 1, y});
   }
-  // A label may reach a little over the ends of its pane, into the blank rows of its line.
   const int32_t height = planner->titleFont.lineHeight;
-  const int32_t overhang = height / 6;
-  const int32_t top = y - height / 2;
-  if (top < plot.top - overhang || top + height > plot.bottom + overhang) return;
+  if (plot.bottom - plot.top < height) return;
+  const int32_t top = std::clamp(y - height / 2, plot.top, plot.bottom - height);
   char label[kLabelSize];
   formatMark(axis.grid, value, label);
   const qxRect clip = {column.left, top, column.right, top + height};
-  addText(planner->list, planner->titleFont.font, colour, {column.right - kLabelGap, top},
-          TextAlign::kRight, clip, label);
+  addText(planner->list, planner->titleFont.font, colour, {column.right, top}, TextAlign::kRight,
+          clip, label);
 }
 
 void planAxis(Planner* planner, const qxGraphSubwin& pane, int32_t axis, int32_t left) {
@@ -113,7 +115,10 @@ void planAxis(Planner* planner, const qxGraphSubwin& pane, int32_t axis, int32_t
   const qxRect plot = intersection(plotOf(*planner->graph, pane), pane.pane);
   if (isEmpty(plot)) return;
   const int32_t width = planner->axisWidths[axis];
-  const qxRect column = {left, plot.top, left + width, plot.bottom};
+  // The labels of a pane end at one edge, close to their ticks.
+  const int32_t labelsEnd =
+      left + tickLength(*planner->graph) + kLabelGap + widestLabel(*planner, values);
+  const qxRect column = {left, plot.top, labelsEnd, plot.bottom};
   if (width > 0) {
     addLine(planner->list, solidPen(values.chart->colour), {left, plot.top},
             {left, plot.bottom - 1});

@@ -27,8 +27,8 @@ struct Planner {
   LineFont titleFont;  // pane titles and value axes
   LineFont headerFont;
   LineFont footerFont;
-  const qxBars* dated;  // the bars that give the dates; null: there are none
-  int32_t datedLength;  // dates that they hold
+  const qxBars* dated;    // the bars that give the dates; null: there are none
+  int32_t datedLength;    // dates that they hold
   int32_t axisWidths[2];  // columns of the two value axes; 0: not shown
 };
 

@@ -1,5 +1,5 @@
-// Replays a list of drawing operations into an SVG file. Pixel (x, y) of a device is the unit square
-// at (x, y), so strokes run through the middle of their pixels, half a unit in.
+// Replays a list of drawing operations into an SVG file. Pixel (x, y) of a device is the unit
+// square at (x, y), so strokes run through the middle of their pixels, half a unit in.
 #include <algorithm>
 #include <cinttypes>
 #include <cstdio>
@@ -18,7 +18,7 @@ struct SvgWriter {
   std::FILE* file;
   const DrawList* list;
   qxRect area;
-  qxRect clip;      // the clip in force; the whole area when none was set
+  qxRect clip;        // the clip in force; the whole area when none was set
   bool grouped;       // a clip group is open
   bool inverting;     // rectangles invert what they cover
   int32_t clipCount;  // clip paths defined so far
@@ -247,10 +247,10 @@ void paintPolygon(SvgWriter* svg, const DrawOp& op) {
 }
 
 // The Unicode code points of the characters 0x80 to 0x9F of code page 1252; 0xFFFD where unused.
-constexpr uint16_t kUnicode[] = {
-    0x20AC, 0xFFFD, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD, 0xFFFD, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0xFFFD, 0x017E, 0x0178};
+constexpr uint16_t kUnicode[] = {0x20AC, 0xFFFD, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD,
+                                 0xFFFD, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0xFFFD, 0x017E, 0x0178};
 
 void writeCharacter(std::FILE* file, unsigned char character) {
   switch (character) {
@@ -291,16 +291,14 @@ int32_t faceLength(const Font& font) {
 }
 
 void paintText(SvgWriter* svg, const DrawOp& op) {
-  static constexpr const char* kAnchors[] = {"", " text-anchor=\"middle\"",
-                                             " text-anchor=\"end\""};
+  static constexpr const char* kAnchors[] = {"", " text-anchor=\"middle\"", " text-anchor=\"end\""};
   const Device metrics = builtInDevice();
   const char* text = svg->list->chars + op.firstChar;
   const Point at = svg->list->points[op.firstPoint];
   const int64_t width = metrics.textWidth(nullptr, op.font, text, op.charCount);
   const auto align = static_cast<int64_t>(op.align);
   const int64_t left = at.x - width * align / 2;
-  const bool clipped = left < op.rect.left || left + width > op.rect.right ||
-                       at.y < op.rect.top ||
+  const bool clipped = left < op.rect.left || left + width > op.rect.right || at.y < op.rect.top ||
                        int64_t{at.y} + metrics.lineHeight(nullptr, op.font) > op.rect.bottom;
   const qxRect seen = intersection(op.rect, svg->clip);
   if (isEmpty(seen)) return;

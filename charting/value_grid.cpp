@@ -19,12 +19,57 @@ constexpr double kLeastStep = 1e-8;
 
 bool isExponential(const ValueGrid& grid) {
   return std::max(std::fabs(grid.low), std::fabs(grid.high)) >= kMostExact / 100.0 ||
-         grid.rawStep < kLeastStep;
+         grid.step < kLeastStep;
 }
 
-// The smallest distance of neighbouring marks, which decides the number of decimals.
-double leastStep(const ValueGrid& grid) {
-  return gridStep(grid.ratio == 0.0 ? grid.rawStep : grid.low * (grid.ratio - 1.0));
+// The marks of one decade, from the densest choice to the sparsest, and the least distance of two
+// of them as a part of the decade.
+struct DecadeMarks {
+  int32_t count;
+  int32_t marks[9];
+  double leastDistance;
+};
+constexpr DecadeMarks kDecades[] = {{9, {1, 2, 3, 4, 5, 6, 7, 8, 9}, 0.0457},
+                                    {5, {1, 2, 3, 5, 7}, 0.1461},
+                                    {3, {1, 2, 5}, 0.3010},
+                                    {1, {1}, 1.0}};
+
+// Up to this ratio of its ends a logarithmic scale is marked in equal steps.
+constexpr double kEvenRatio = 4.0;
+
+double powerAtOrBelow(double value) {
+  return std::floor(std::log10(value) + 1e-9);
+}
+
+void chooseDecades(ValueGrid* grid, double rowsPerDecade, int32_t spacing) {
+  grid->decades = 1;
+  for (const DecadeMarks& choice : kDecades) {
+    grid->decadeMarks = choice.count;
+    if (choice.leastDistance * rowsPerDecade >= spacing) return;
+  }
+  grid->decades = truncateToInt32(std::ceil(spacing / rowsPerDecade));
+}
+
+const DecadeMarks& decadeOf(const ValueGrid& grid) {
+  const auto* found =
+      std::find_if(std::begin(kDecades), std::end(kDecades),
+                   [&](const DecadeMarks& choice) { return choice.count == grid.decadeMarks; });
+  return *found;
+}
+
+// The least mark of a wide logarithmic scale above a value, or at it when `from` is set.
+double decadeMark(const ValueGrid& grid, double value, bool from) {
+  const double bound = from ? value * (1.0 - 1e-9) : value * (1.0 + 1e-9);
+  double power = powerAtOrBelow(value);
+  power -= std::fmod(std::fmod(power, grid.decades) + grid.decades, grid.decades);
+  for (int32_t tries = 0; tries < 2; ++tries, power += grid.decades) {
+    const DecadeMarks& decade = decadeOf(grid);
+    for (int32_t i = 0; i < decade.count; ++i) {
+      const double mark = decade.marks[i] * std::pow(10.0, power);
+      if (from ? mark >= bound : mark > bound) return mark;
+    }
+  }
+  return std::pow(10.0, power);
 }
 
 // The decimals of a step, as the eight that the decimals operation gives less their trailing zeros.
@@ -48,8 +93,7 @@ Printed roundMark(double value, int32_t decimals) {
   const double magnitude = std::fabs(value);
   Printed printed = {};
   printed.whole = truncateToInt64(magnitude);
-  printed.fraction =
-      truncateToInt64((magnitude - static_cast<double>(printed.whole)) * unit + 0.5);
+  printed.fraction = truncateToInt64((magnitude - static_cast<double>(printed.whole)) * unit + 0.5);
   if (static_cast<double>(printed.fraction) >= unit) {
     printed.fraction = 0;
     ++printed.whole;
@@ -96,39 +140,42 @@ double gridStep(double raw) {
 ValueGrid makeGrid(const ValueScale& scale, int32_t spacing) {
   ValueGrid grid = {};
   if (scale.flat || scale.bottom <= scale.top || scale.perValue == 0.0) return grid;
-  const double perRow = 1.0 / std::fabs(scale.perValue);
+  const double rowsPerUnit = std::fabs(scale.perValue);
   const double other = scale.low + (scale.bottom - scale.top - 1) / scale.perValue;
   grid.low = std::min(scale.low, other);
   grid.high = std::max(scale.low, other);
+  double raw = spacing / rowsPerUnit;
   if (scale.logarithmic) {
+    const bool wide = grid.high - grid.low > std::log10(kEvenRatio);
     grid.low = std::pow(10.0, grid.low);
     grid.high = std::pow(10.0, grid.high);
-    grid.ratio = std::pow(10.0, perRow * spacing);
-    grid.rawStep = grid.low * (grid.ratio - 1.0);
-  } else {
-    grid.rawStep = perRow * spacing;
+    // Equal steps stand closest at the upper end.
+    raw = wide ? std::pow(10.0, powerAtOrBelow(grid.low))
+               : grid.high - grid.high / std::pow(10.0, raw);
+    if (wide) chooseDecades(&grid, rowsPerUnit, spacing);
   }
-  if (!std::isfinite(grid.low) || !std::isfinite(grid.high) || leastStep(grid) == 0.0) return {};
-  grid.decimals = decimalsOf(leastStep(grid));
+  grid.step = grid.decadeMarks > 0 ? raw : gridStep(raw);
+  if (!std::isfinite(grid.low) || !std::isfinite(grid.high) || !(grid.step > 0.0)) return {};
+  grid.decimals = decimalsOf(grid.step);
   grid.whole = std::max(wholeWidth(grid.low, grid.decimals), wholeWidth(grid.high, grid.decimals));
   return grid;
 }
 
 bool firstMark(const ValueGrid& grid, double* value) {
-  return grid.rawStep > 0.0 && multipleFrom(grid.low, leastStep(grid), value) &&
-         *value <= grid.high;
+  if (!(grid.step > 0.0)) return false;
+  if (grid.decadeMarks > 0) {
+    *value = decadeMark(grid, grid.low, true);
+  } else if (!multipleFrom(grid.low, grid.step, value)) {
+    return false;
+  }
+  return *value <= grid.high;
 }
 
 bool nextMark(const ValueGrid& grid, double* value) {
   const double before = *value;
-  if (grid.ratio == 0.0) {
-    const double step = gridStep(grid.rawStep);
-    *value = (std::round(before / step) + 1.0) * step;
-  } else {
-    const double distance = before * (grid.ratio - 1.0);
-    if (!multipleFrom(before + distance, gridStep(distance), value)) return false;
-  }
-  // Also ends the walk where the step no longer changes the value.
+  *value = grid.decadeMarks > 0 ? decadeMark(grid, before, false)
+                                : (std::round(before / grid.step) + 1.0) * grid.step;
+  // Also ends the walk where a step no longer changes the value.
   return *value > before && *value <= grid.high;
 }
 

@@ -12,14 +12,15 @@ namespace qx {
 // of each decade; 0 for a step that is negative, not finite or not a number.
 double gridStep(double raw);
 
-// The marked values of one scale, each an integer times a step. On a logarithmic scale the step
-// grows with the value.
+// The marked values of one scale, each an integer times a step. On a logarithmic scale of a wide
+// range the step is the power of ten below each value.
 struct ValueGrid {
-  double low, high;  // the values at the ends of the scale
-  double rawStep;    // the least distance of two marks on a linear scale; 0: nothing is marked
-  double ratio;      // the least ratio of two marks on a logarithmic scale; 0 on a linear one
-  int32_t decimals;  // of every label
-  int32_t whole;     // characters of the widest whole part, the sign included
+  double low, high;     // the values at the ends of the scale
+  double step;          // distance of the marks; 0: nothing is marked
+  int32_t decadeMarks;  // marks in each decade of a wide logarithmic scale; 0 on other scales
+  int32_t decades;      // decades from one mark to the next where decadeMarks is 1
+  int32_t decimals;     // of every label
+  int32_t whole;        // characters of the widest whole part, the sign included
 };
 
 // The grid of a scale whose marks stand at least `spacing` pixels apart.

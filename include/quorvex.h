@@ -2685,9 +2685,43 @@ QX_API int32_t qxGraphSelectObject(qxGraph* graph, int32_t subwin, int32_t index
 /* ---- Graph painting
  * ------------------------------------------------------------------------------- */
 
+/** Paints the whole graph onto a Windows device context: a window, a bitmap or a printer page. The
+ * device's state is saved on entry and restored on exit.
+ *
+ * The layout is stored into the graph: the drawing area (when it was all 0), header, footer, date
+ * and value strips, the bar area and each pane's rectangle; so is the scale of every chart. Charts
+ * of a pane that name the same scale chart share its scale. Each end of it comes from where the
+ * modes of the scale chart say, over all those charts but the ones of style QX_CHART_TRADES: lows
+ * and highs for styles 1 to 3, else the series, zeros counted. An end that was found is moved out
+ * by margin * (maximum - minimum) / rows of the pane; the bar margin where the scale chart has
+ * style 1 to 3, else the series margin (qxGraphSetSubwinMargins). A logarithmic minimum stays above
+ * 0. An end that is kept, or for which no finite value is found, stays as it is.
+ *
+ * The bars drawn are firstshown .. lastshown as far as they fit. The dates come from the first chart
+ * that has any, in the order of panes and charts.
+ * @param graph          initialised first when it is not
+ * @param deviceContext  an HDC
+ * A drawing area of all 0 becomes the client area of the device's window, or the printable part of a
+ * page. QX_ERR_INVALID_PARM for an empty or inverted area, a null device, and off Windows;
+ * QX_ERR_MALLOC. */
 QX_API int32_t qxGraphPaint(qxGraph* graph, void* deviceContext);
+
+/** Paints the graph into a bitmap of the size of its drawing area, which must be set beforehand, and
+ * returns it as an OLE picture: an IDispatch pointer that the caller releases. Null on any failure
+ * and off Windows. */
 QX_API void* qxGraphPaintPicture(qxGraph* graph);
+
+/** Paints the header and the footer alone, in the strips of the last painting; for a changed header
+ * text or range of bars. QX_ERR_INVALID_PARM for a graph that is not initialised, a null device,
+ * and off Windows. */
 QX_API int32_t qxGraphRefreshHeadFoot(qxGraph* graph, void* deviceContext);
+
+/** Paints the graph as qxGraphPaint does, into an SVG file of the size of its drawing area, which
+ * must be set beforehand; on every platform and without a device, with built-in text metrics of an
+ * Arial-compatible face at 96 dots per inch. Texts are read as code page 1252.
+ * @param fileName  written anew; not created when the graph cannot be painted
+ * QX_ERR_INVALID_PARM for an empty or inverted area; QX_ERR_FILE_OPEN when the file cannot be
+ * created; QX_ERR_FILE_WRITE when its writing fails; QX_ERR_MALLOC. */
 QX_API int32_t qxGraphPaintSVG(qxGraph* graph, const char* fileName);
 
 /* ---- Point and figure
