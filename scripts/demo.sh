@@ -11,4 +11,7 @@ build_demo() {
 
 step "Installing what is missing" scripts/setup.sh build
 step "Building the library and the demo" build_demo
+if [ $# -eq 0 ]; then
+  set -- samples sp500-daily.csv
+fi
 build/native/bin/quorvex_demo "$@"
