@@ -18,8 +18,8 @@ constexpr int32_t kSecondsPerDay = 86400;
 int32_t twoDigitYearCutoff = 20;
 
 bool isLeap(int64_t expandedYear) {
-  if (expandedYear % 400 == 0) return true;
-  return expandedYear % 100 != 0 && expandedYear % 4 == 0;
+  if (expandedYear % 4 != 0) return false;
+  return expandedYear % 100 != 0 || expandedYear % 400 == 0;
 }
 
 // Days before the first of a month (1..12).
@@ -59,6 +59,11 @@ bool isTime(int32_t hour, int32_t minute, int32_t second) {
   return hour >= 0 && hour <= 23 && minute >= 0 && minute <= 59 && second >= 0 && second <= 59;
 }
 
+bool isDay(int64_t expandedYear, int32_t month, int32_t day) {
+  if (month < 1 || month > 12) return false;
+  return day >= 1 && day <= daysIn(month, isLeap(expandedYear));
+}
+
 }  // namespace
 
 int64_t expandYear(int64_t year) {
@@ -82,10 +87,11 @@ double qxYearToDays(int32_t year) {
 
 double qxYMDtoDate(int32_t year, int32_t month, int32_t day, int32_t hour, int32_t minute,
                    int32_t second) {
-  if (qxDateValidate(year, month, day, hour, minute, second) == 0) return 0.0;
+  if (!qx::isTime(hour, minute, second)) return 0.0;
   int64_t days = 0;
   if (year != 0 || month != 0 || day != 0) {
     const int64_t y = qx::expandYear(year);
+    if (!qx::isDay(y, month, day)) return 0.0;
     // Kept: yearToDays expands its argument again, so year 100 counts from year 99, that is 1999.
     days = qx::yearToDays(y - 1) + qx::daysBefore(month, qx::isLeap(y)) + day;
   }
@@ -167,9 +173,7 @@ int32_t qxDayOfWeek(double date) {
 
 int32_t qxDateValidate(int32_t year, int32_t month, int32_t day, int32_t hour, int32_t minute,
                        int32_t second) {
-  if (year != 0 || month != 0 || day != 0) {
-    if (month < 1 || month > 12) return 0;
-    if (day < 1 || day > qx::daysIn(month, qxIsLeapYear(year) != 0)) return 0;
-  }
+  const bool hasDay = year != 0 || month != 0 || day != 0;
+  if (hasDay && !qx::isDay(qx::expandYear(year), month, day)) return 0;
   return qx::isTime(hour, minute, second) ? 1 : 0;
 }

@@ -102,16 +102,37 @@ bool startsWithP(std::string_view field) {
   return !field.empty() && toUpper(field[0]) == 'P';
 }
 
-bool isValid(const DateTimeParts& p) {
-  return qxDateValidate(p.year, p.month, p.day, p.hour, p.minute, p.second) != 0;
+// Reads the form that most files hold, ten characters such as 1999/03/15 or 15.03.1999, as the
+// fields would give it. False for any other form.
+bool parsePlainDate(std::string_view text, int32_t order, DateTimeParts* parts) {
+  struct Places {
+    uint8_t year, month, day, separators[2];
+  };
+  constexpr Places kPlaces[] = {{0, 5, 8, {4, 7}}, {6, 0, 3, {2, 5}}, {6, 3, 0, {2, 5}}};
+  if (text.size() != 10) return false;
+  const Places& at = kPlaces[order];
+  for (const uint8_t place : at.separators) {
+    if (classOf(text[place]) != kSeparator) return false;
+  }
+  unsigned highest = 0;
+  const auto digit = [&](unsigned place) {
+    const unsigned value = static_cast<unsigned char>(text[place]) - unsigned{'0'};
+    highest = std::max(highest, value);
+    return static_cast<int32_t>(value);
+  };
+  const auto twoDigits = [&](unsigned place) { return digit(place) * 10 + digit(place + 1); };
+  const int32_t year = twoDigits(at.year) * 100 + twoDigits(at.year + 2u);
+  *parts = {saturateToInt32(expandYear(year)), twoDigits(at.month), twoDigits(at.day), 0, 0, 0};
+  return highest <= 9;
 }
 
-bool parseDate(std::string_view text, int32_t order, DateTimeParts* parts) {
+void parseDate(std::string_view text, int32_t order, DateTimeParts* parts) {
   struct Slots {
     uint8_t year, month, day;
   };
   constexpr Slots kSlots[] = {{0, 1, 2}, {2, 0, 1}, {2, 1, 0}};  // by date order
   if (order < QX_ORDER_YMD || order > QX_ORDER_DMY) order = QX_ORDER_YMD;
+  if (parsePlainDate(text, order, parts)) return;
 
   Fields fields = split(text);
   if (fields.count <= 2) splitCompactForms(fields, order);
@@ -128,12 +149,11 @@ bool parseDate(std::string_view text, int32_t order, DateTimeParts* parts) {
   if (fields.count >= 4 && startsWithP(fields.slots[fields.count - 1]) && parts->hour < 12) {
     parts->hour += 12;
   }
-  return isValid(*parts);
 }
 
 // A number ends at two digits or at a separator; a separator that follows another one ends an empty
 // number, which is 0.
-bool parseTime(std::string_view text, DateTimeParts* parts) {
+void parseTime(std::string_view text, DateTimeParts* parts) {
   int32_t numbers[3] = {};
   size_t index = 0;
   int digits = 0;
@@ -153,7 +173,15 @@ bool parseTime(std::string_view text, DateTimeParts* parts) {
   const bool afternoon = text.find_first_of("Pp") != std::string_view::npos;
   if (afternoon && numbers[0] < 12) numbers[0] += 12;
   *parts = {0, 0, 0, numbers[0], numbers[1], numbers[2]};
-  return isValid(*parts);
+}
+
+// 0.0 when the parts are not valid.
+double dateNumber(const DateTimeParts& p) {
+  return qxYMDtoDate(p.year, p.month, p.day, p.hour, p.minute, p.second);
+}
+
+int32_t validity(const DateTimeParts& p) {
+  return qxDateValidate(p.year, p.month, p.day, p.hour, p.minute, p.second);
 }
 
 void store(int32_t* target, int32_t value) {
@@ -163,14 +191,15 @@ void store(int32_t* target, int32_t value) {
 }  // namespace
 
 double dateFromText(std::string_view text, int32_t order) {
-  DateTimeParts p;
-  if (!parseDate(text, order, &p)) return 0.0;
-  return qxYMDtoDate(p.year, p.month, p.day, p.hour, p.minute, p.second);
+  DateTimeParts parts;
+  parseDate(text, order, &parts);
+  return dateNumber(parts);
 }
 
 double timeFromText(std::string_view text) {
-  DateTimeParts p;
-  return parseTime(text, &p) ? qxYMDtoDate(0, 0, 0, p.hour, p.minute, p.second) : 0.0;
+  DateTimeParts parts;
+  parseTime(text, &parts);
+  return dateNumber(parts);
 }
 
 }  // namespace qx
@@ -179,14 +208,14 @@ int32_t qxDateStrToYMD(const char* text, int32_t order, int32_t* year, int32_t* 
                        int32_t* hour, int32_t* minute, int32_t* second) {
   if (text == nullptr) return 0;
   qx::DateTimeParts parts;
-  const bool valid = qx::parseDate(text, order, &parts);
+  qx::parseDate(text, order, &parts);
   qx::store(year, parts.year);
   qx::store(month, parts.month);
   qx::store(day, parts.day);
   qx::store(hour, parts.hour);
   qx::store(minute, parts.minute);
   qx::store(second, parts.second);
-  return valid ? 1 : 0;
+  return qx::validity(parts);
 }
 
 int32_t qxDateStrValidate(const char* text, int32_t order) {
@@ -200,11 +229,11 @@ double qxDateStrToDate(const char* text, int32_t order) {
 int32_t qxTimeStrToHMS(const char* text, int32_t* hour, int32_t* minute, int32_t* second) {
   if (text == nullptr) return 0;
   qx::DateTimeParts parts;
-  const bool valid = qx::parseTime(text, &parts);
+  qx::parseTime(text, &parts);
   qx::store(hour, parts.hour);
   qx::store(minute, parts.minute);
   qx::store(second, parts.second);
-  return valid ? 1 : 0;
+  return qx::validity(parts);
 }
 
 double qxTimeStrToTime(const char* text) {
