@@ -761,6 +761,66 @@ QX_API int32_t qxFormatDate(double date, const char* picture, char* output);
 /* ---- Julian text dates ------------------------------------------------------------------------
  */
 
+/*
+ * The older date interface: the same date numbers, with 16-bit parts and layout codes for text. "s"
+ * stands for the caller's separator.
+ *
+ *     dates  1 YYsMMsDD  2 YYYYsMMsDD  3 MMsDDsYY  4 MMsDDsYYYY   5 DDsMMsYY  6 DDsMMsYYYY
+ *            7 YYMMDD    8 YYYYMMDD    9 MMDDYY   10 MMDDYYYY    11 DDMMYY   12 DDMMYYYY
+ *     times  1 HHsNNsSS  2 HHsNN       3 HHNNSS    4 HHNN
+ */
+
+/** qxYMDtoDate of a date. */
+QX_API double qxYMDToJulian(int16_t year, int16_t month, int16_t day);
+
+/** qxYMDtoDate of a time of day. */
+QX_API double qxHMSToJulian(int16_t hour, int16_t minute, int16_t second);
+
+/** The date of a date number as qxDateToYMD splits it; each address may be null. Values beyond 16
+ * bits saturate; parts that are no date are 0. */
+QX_API void qxJulianToYMD(double date, int16_t* year, int16_t* month, int16_t* day);
+
+/** The time of a date number as qxDateToYMD splits it; each address may be null. */
+QX_API void qxJulianToHMS(double date, int16_t* hour, int16_t* minute, int16_t* second);
+
+/** qxDayOfWeek: 0 Monday to 6 Sunday. */
+QX_API int32_t qxJulianDOW(double date);
+
+/** Whole days, second minus first. */
+QX_API int32_t qxJulianDif(double first, double second);
+
+/** Whole days from the first date to the second. */
+QX_API int32_t qxYMDDif(int16_t year1, int16_t month1, int16_t day1, int16_t year2, int16_t month2,
+                        int16_t day2);
+
+/** Seconds from the first time of day to the second. */
+QX_API int32_t qxHMSDif(int16_t hour1, int16_t minute1, int16_t second1, int16_t hour2,
+                        int16_t minute2, int16_t second2);
+
+/** qxDateStrToDate in the order of a layout; an unknown layout reads year, month, day. */
+QX_API double qxDateTxtToJulian(const char* text, int16_t layout);
+
+/** qxDateStrValidate in the order of a layout. */
+QX_API int32_t qxDateTxtVal(const char* text, int16_t layout);
+
+/** Whole days from the first date text to the second, each with a layout of its own. */
+QX_API int32_t qxDateTxtDif(const char* first, const char* second, int16_t layout1,
+                            int16_t layout2);
+
+/** qxTimeStrToTime. */
+QX_API double qxTimeTxtToJulian(const char* text);
+
+/** Seconds from the first time text to the second. */
+QX_API int32_t qxTimeTxtDif(const char* first, const char* second);
+
+/** Writes a date under a layout, zero-terminated, and returns its length. The separator may have
+ * any length (null means none) and is part of the picture: letters in it act as in qxFormatDate,
+ * whose rule for the size of `output` holds. An unknown layout gives the empty text and 0. */
+QX_API int32_t qxJulianToDateTxt(double date, int16_t layout, const char* separator, char* output);
+
+/** Writes a time under a layout, as qxJulianToDateTxt. */
+QX_API int32_t qxJulianToTimeTxt(double date, int16_t layout, const char* separator, char* output);
+
 /* ---- Moving averages --------------------------------------------------------------------------
  */
 
