@@ -9,6 +9,9 @@
 
 namespace {
 
+// Bars over which the relative volatility index takes its standard deviations.
+constexpr int32_t kDeviationBars = 10;
+
 // The fixed factors of qxMACD: the share of a new value and that of the average so far.
 constexpr double kFastFactor = 0.15;
 constexpr double kFastKept = 0.85;
@@ -23,6 +26,10 @@ struct Move {
 
 double strength(double up, double down) {
   return 100.0 * up / (up + down);
+}
+
+double netStrength(double up, double down) {
+  return 100.0 * (up - down) / (up + down);
 }
 
 // Averages the up and down moves of the bars from `first` on, plainly over the first `period` bars,
@@ -66,6 +73,16 @@ void smoothChanges(const double* in, double* out, int64_t s, int64_t length, int
                 in[i] <= in[i - lag] ? in[i - lag] - in[i] : 0.0};
   };
   smoothMoves(out, s + lag, length, period, seedMove, laterMove, value);
+}
+
+// The relative volatility index where out[i] holds the standard deviation of the bars that end at
+// i.
+void smoothDeviations(const double* in, double* out, int64_t first, int64_t length,
+                      int32_t period) {
+  const auto move = [in, out](int64_t i) {
+    return Move{in[i] > in[i - 1] ? out[i] : 0.0, in[i - 1] > in[i] ? out[i] : 0.0};
+  };
+  smoothMoves(out, first, length, period, move, move, strength);
 }
 
 // Wilder's average of move(i) from s + 1 on; a seed that the series cuts short is averaged over the
@@ -341,4 +358,51 @@ int32_t qxTSI(const qxArray* in, qxArray* out, int32_t period1, int32_t period2,
   }
   qxRatio(&moves[0], &moves[1], out, first);
   return QX_SUCCESS;
+}
+
+int32_t qxRVIoriginal(const qxArray* in, qxArray* out, int32_t period, int32_t start) {
+  const int32_t length = qxCheckArgs({}, {in}, {out});
+  if (length < 1) return length;
+  const int64_t s = qx::startIndex(start, {in});
+  qxStdDevMv(in, out, 1, kDeviationBars, qx::saturateToInt32(s));
+  smoothDeviations(in->data, out->data, s + kDeviationBars - 1, length, period);
+  return qx::markFirstValid(s + period + kDeviationBars - 2, {out});
+}
+
+int32_t qxRVI(const qxBars* bars, qxArray* out, int32_t period, int32_t start) {
+  const int32_t length = qxCheckArgs({bars}, {}, {out});
+  if (length < 1) return length;
+  qx::ScratchArrays<1> ofHighs(length);
+  if (ofHighs.status != QX_SUCCESS) return ofHighs.status;
+
+  qxArray ofLows = qx::headOf(*out, length);
+  qxRVIoriginal(&bars->high, &ofHighs[0], period, start);
+  qxRVIoriginal(&bars->low, &ofLows, period, start);
+  const int64_t first = qx::startIndex(start) + period + kDeviationBars - 2;
+  for (int64_t i = std::max<int64_t>(0, first); i < length; ++i) {
+    out->data[i] = (ofHighs[0].data[i] + out->data[i]) / 2.0;
+  }
+  return qx::markFirstValid(first, {out});
+}
+
+int32_t qxInertia(const qxBars* bars, qxArray* out, int32_t rviPeriod, int32_t lsqPeriod,
+                  int32_t start) {
+  const int32_t length = qxCheckArgs({bars}, {}, {out});
+  if (length < 1) return length;
+  qx::ScratchArrays<1> volatility(length);
+  if (volatility.status != QX_SUCCESS) return volatility.status;
+
+  const int64_t first = qx::startIndex(start) + rviPeriod + kDeviationBars - 2;
+  qxRVI(bars, &volatility[0], rviPeriod, start);
+  qxLstSqrMA(&volatility[0], out, lsqPeriod, qx::saturateToInt32(first));
+  return qx::markFirstValid(first + lsqPeriod - 1, {out});
+}
+
+int32_t qxNMO(const qxArray* in, qxArray* out, int32_t period, int32_t start) {
+  if (period < 1) return QX_ERR_INVALID_PARM;
+  const int32_t length = qxCheckArgs({}, {in}, {out});
+  if (length < 1) return length;
+  const int64_t s = qx::startIndex(start, {in});
+  smoothChanges(in->data, out->data, s, length, period, 1, netStrength);
+  return qx::markFirstValid(s + period, {out});
 }
