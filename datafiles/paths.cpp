@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/platform.h"
+
 namespace qx {
 namespace {
 
@@ -35,6 +37,40 @@ void joinPath(const char* folder, const char* file, Path& path) {
   std::memcpy(path + length, last, added);
   length = withoutTrailingSpace(path, length + added);
   path[length] = '\0';
+}
+
+namespace {
+
+// The first file of the folder that matches, joined with the folder; false when there is none.
+bool findInFolder(const char* folder, const char* pattern, Path& path) {
+  joinPath(folder, "", path);
+  Listing* listing = openListing(path, pattern);
+  if (listing == nullptr) return false;
+  ListedFile file;
+  const bool found = nextListed(listing, &file);
+  closeListing(listing);
+  if (found) joinPath(folder, file.name, path);
+  return found;
+}
+
+}  // namespace
+
+bool locateInFolder(const char* folder, const char* file, Path& path) {
+  joinPath(folder, file, path);
+  std::FILE* const opened = openFile(path, "rb");
+  if (opened == nullptr) return findInFolder(folder, file, path);
+  std::fclose(opened);
+  return true;
+}
+
+std::FILE* openInFolder(const char* folder, const char* file) {
+  Path path;
+  return locateInFolder(folder, file, path) ? openFile(path, "rb") : nullptr;
+}
+
+bool isInFolder(const char* folder, const char* pattern) {
+  Path path;
+  return findInFolder(folder, pattern, path);
 }
 
 void copyText(const char* source, size_t length, char* target, size_t targetSize) {

@@ -1,6 +1,7 @@
 // The record of a date in a delimited text file.
 #include <algorithm>
 
+#include "datafiles/date_search.h"
 #include "datafiles/text_lines.h"
 #include "dates/date_strings.h"
 #include "quorvex.h"
@@ -27,24 +28,13 @@ double recordDate(const qxTXTinfo& info, const Delimiters& delimiters, std::stri
 int32_t findRecord(LineReader* reader, const qxTXTinfo& info, double target, double* foundDate) {
   const Delimiters delimiters = layoutDelimiters(info);
   dropLines(reader, info.skip);
-  double date = 0.0;
+  DateSearch search = {target, 0, 0.0};
   int32_t record = 0;
   Line line;
   while (readLine(reader, &line)) {
     const std::string_view text = stripLeadingBlanks(line.text);
     if (text.empty()) continue;
-    const double current = recordDate(info, delimiters, text);
-    const double previous = record == 0 ? current : date;
-    date = current;
-    if (current == target || (previous < target && current > target)) {
-      *foundDate = current;
-      return record;
-    }
-    if (previous > target && current < target) {
-      *foundDate = previous;
-      return record - 1;
-    }
-    if (record < INT32_MAX) ++record;
+    if (endsSearch(&search, recordDate(info, delimiters, text), &record, foundDate)) return record;
   }
   return reader->status == QX_SUCCESS ? QX_ERR_RECORD_NOT_FOUND : reader->status;
 }

@@ -2273,16 +2273,52 @@ QX_API double qxTBillBondEqYield(const qxBond* bill, double date);
 /* ---- CompuTrac files
  * ----------------------------------------------------------------------------- */
 
-QX_API int32_t qxCTfindrec(const char* folder, const char* file, double date, double* founddate);
-QX_API int32_t qxCTlist(const char* folder, const char* outfile, int32_t append);
+/** A CompuTrac folder holds a directory file "master", optionally "xmaster" for file numbers above
+ * 255, and one data file "F<number>.DAT" (or ".MWD") per instrument; names are found in any letter
+ * case. `file` names the instrument, in any letter case: its data file, its symbol, its symbol with
+ * "@" and the period letter (D, I, W, M, Q, Y), its symbol up to the first blank, or its name. The
+ * fields of a bar are those of the field-description file "F<number>.DOP" where the folder has a
+ * usable one, else those of the period and the number of fields.
+ *
+ * Statuses of the three functions that name an instrument: QX_ERR_FILE_NOT_FOUND when neither
+ * directory has it, QX_ERR_FILE_OPEN when its data file cannot be opened, QX_ERR_FILE_READ when its
+ * fields are of no known kind or reading fails. A damaged file gives the bars that are really
+ * there. */
+
+/** Reads bars: up to `count` from bar `start` on (from 0). A `count` below 0 means all of them, a
+ * `start` below 0 the last `count`. A set without storage is allocated, another one filled up to
+ * its capacity and sized to what was read; its descriptive fields are set, with the number of bars
+ * in `reccnt`. Fields that the file has not are 0. QX_ERR_RECORD_NOT_FOUND when `start` lies past
+ * the bars; on any failure before reading the set is left alone. */
 QX_API int32_t qxCTread(qxBars* bars, const char* folder, const char* file, int32_t start,
                         int32_t count);
+
+/** Record number of a date number, or of the nearest later date; QX_ERR_RECORD_NOT_FOUND when the
+ * date lies outside the file. Stores that record's date through `founddate` unless it is null. */
+QX_API int32_t qxCTfindrec(const char* folder, const char* file, double date, double* founddate);
+
+/** Reads one field of the bars into a series: 1 date (a date number), 2 time (a fraction of a day),
+ * 3 open, 4 high, 5 low, 6 close, 7 volume, 8 open interest; another field is refused. `start` and
+ * `count` as in qxCTread; a `count` of 0 does nothing. */
 QX_API int32_t qxCTreadarray(qxArray* array, const char* folder, const char* file, int32_t field,
                              int32_t start, int32_t count);
 
-/* ---- Other vendors' files
- * ------------------------------------------------------------------------ */
+/** Lists the folder's instruments to `outfile` ("STDOUT" or a file, appended to when `append` is
+ * non-zero): file, symbol, name, frequency, first and last date. QX_ERR_FILE_NOT_FOUND, with the
+ * header alone, when the folder has no directory; QX_ERR_FILE_OPEN when the output cannot be
+ * opened. */
+QX_API int32_t qxCTlist(const char* folder, const char* outfile, int32_t append);
 
+/* ---- Other vendors' files ---- */
+
+/** The formats below have no public layout of their data files, so they are recognised, not read.
+ * Every find and read operation returns QX_ERR_FILE_NOT_FOUND when the folder has no such data,
+ * else QX_ERR_UNKNOWN, and writes nothing. The listings write the common header and return the same
+ * statuses; qxCSIlist alone lists the instruments of the folder, from its "qmaster", and returns
+ * QX_SUCCESS. A folder is known by these files, in any letter case:
+ *   CSI "qmaster", Dow Jones "mapinfo.dat", FutureSource "fsfracs.fil", TeleChart "*.NDX",
+ *   TechTools "*.TTD", AIQ "*.DTA".
+ * Arguments are those of the CompuTrac operations. */
 QX_API int32_t qxCSIfindrec(const char* folder, const char* file, double date, double* founddate);
 QX_API int32_t qxCSIlist(const char* folder, const char* outfile, int32_t append);
 QX_API int32_t qxCSIread(qxBars* bars, const char* folder, const char* file, int32_t start,

@@ -14,6 +14,9 @@ std::FILE* openFile(const char* path, const char* mode);
 // Moves to a byte of an open file, beyond 2 GiB too. False when that is impossible.
 bool seekFile(std::FILE* file, int64_t position);
 
+// The bytes of an open file, whose position moves to its end. False when that is impossible.
+bool fileSize(std::FILE* file, int64_t* size);
+
 // Shows a modal error box and returns its answer; without windows, a line on standard error and 1.
 int32_t showErrorMessage(const char* message);
 

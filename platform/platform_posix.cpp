@@ -65,6 +65,12 @@ bool seekFile(std::FILE* file, int64_t position) {
   return fseeko(file, static_cast<off_t>(position), SEEK_SET) == 0;
 }
 
+bool fileSize(std::FILE* file, int64_t* size) {
+  if (fseeko(file, 0, SEEK_END) != 0) return false;
+  *size = ftello(file);
+  return *size >= 0;
+}
+
 int32_t showErrorMessage(const char* message) {
   std::fprintf(stderr, "%s\n", message);
   return 1;

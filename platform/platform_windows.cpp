@@ -49,6 +49,12 @@ bool seekFile(std::FILE* file, int64_t position) {
   return _fseeki64(file, position, SEEK_SET) == 0;
 }
 
+bool fileSize(std::FILE* file, int64_t* size) {
+  if (_fseeki64(file, 0, SEEK_END) != 0) return false;
+  *size = _ftelli64(file);
+  return *size >= 0;
+}
+
 int32_t showErrorMessage(const char* message) {
   return MessageBoxA(nullptr, message, "Error", MB_OK | MB_ICONSTOP);
 }
