@@ -626,8 +626,85 @@ QX_API int32_t qxMStoIEEE(const void* source, void* destination);
 /* ---- Series transforms ------------------------------------------------------------------------
  */
 
+/** Linear map: out[i] = in[i] * multiplier + addend for i from max(first, firstvalid of in) to the
+ * end. In place when both records hold the same storage: earlier elements then stay, and an empty
+ * series returns 0. Otherwise the output is prepared as an indicator's, and its failure returned.
+ * The output's first valid index is not set. */
+QX_API int32_t qxMultAddArray(const qxArray* in, qxArray* out, double multiplier, double addend,
+                              int32_t first);
+
+/** Rescales low..high to begin at targetLow: out[i] = targetLow + (in[i] - low) * factor, with
+ * factor = |targetHigh - targetLow| / |high - low|, so that a target given from high to low still
+ * scales upwards. When low and high are both 0 they become the minimum and maximum of the input
+ * from the first element mapped to its last (qxArrayStats; skipZeros leaves zeros out of the
+ * minimum). Range, in-place form, output and statuses as for qxMultAddArray; low = high divides by
+ * zero. */
+QX_API int32_t qxScaleArray(const qxArray* in, qxArray* out, double low, double high,
+                            double targetLow, double targetHigh, int32_t skipZeros, int32_t first);
+
+/** Shifts the values along the index, by `count` elements towards higher ones when it is positive,
+ * towards lower ones when it is negative. firstvalid moves along, within 0 .. datasize. Upwards
+ * the size grows within the capacity, what passes it is lost, and the elements set free are 0.0;
+ * downwards the first elements are lost and the size shrinks. */
+QX_API void qxShiftArray(qxArray* array, int32_t count);
+
+/** Sums a series, such as a volume, within each calendar period: out[k] is the sum over period k.
+ * - bars: their dates tell the periods; they and the input are walked to the shorter end;
+ * - frequency: QX_FREQ_DAILY .. QX_FREQ_YEARLY. Against the bar before, a day begins when the
+ *   whole day differs, a week when the weekday (from Monday) falls or the days are 7 or more
+ *   apart, a month or year when it differs, a quarter with another year or a step into April, July
+ *   or October.
+ * The output may hold the input's storage; unallocated, it is allocated at the input's size.
+ * Elements before the input's firstvalid take no part; a period that begins before it adds to what
+ * its element holds. The size becomes the number of periods, and firstvalid the first period that
+ * begins with a valid element (0 without one). A full output ends the walk. QX_ERR_INVALID_PARM
+ * for another frequency, bars without dates, an empty input or an output without capacity. */
+QX_API int32_t qxGroupArray(const qxBars* bars, const qxArray* in, qxArray* out, int32_t frequency);
+
 /* ---- Bar compression --------------------------------------------------------------------------
  */
+
+/*
+ * A merged bar has the open of the first bar, the highest high, the lowest low, the close and the
+ * date of the last bar, and the sums of volume and of open interest.
+ */
+
+/** Merges the `period` bars that end at bar `index`, or those there are from bar 0 on. Extremes and
+ * sums are those of qxArrayStats; a null address leaves its result out. QX_ERR_INVALID_PARM for an
+ * index outside the set or a period below 1. */
+QX_API int32_t qxGroupBars(const qxBars* bars, double* open, double* high, double* low,
+                           double* close, double* volume, double* openint, int32_t period,
+                           int32_t index);
+
+/** Rolling merge: each destination bar from `first` on is the merge of the `period` source bars
+ * that end there (qxGroupBars), with the same date. The number of bars stays that of the source,
+ * within the destination's capacity; an unallocated destination gets the source's, and takes its
+ * descriptive fields. May work in place. QX_ERR_INVALID_PARM for an unallocated source or a period
+ * below 1. */
+QX_API int32_t qxGroupBarsPeriods(const qxBars* source, qxBars* destination, int32_t period,
+                                  int32_t first);
+
+/** The same as qxGroupBarsPeriods. */
+QX_API int32_t qxGroupBarsArray(const qxBars* source, qxBars* destination, int32_t period,
+                                int32_t first);
+
+/** Merges bars by calendar period, as qxGroupArray tells them.
+ * - frequency: QX_FREQ_DAILY .. QX_FREQ_YEARLY, stored in the destination;
+ * - start, end: dates of the bars to merge, both included; an end of 0 means the last bar. The
+ *   first bar at or after the start is taken even when it lies beyond the end.
+ * An unallocated destination is allocated at the source's capacity; the descriptive fields are
+ * copied. Its size becomes the number of merged bars, 0 when no bar lies at or after the start; a
+ * full destination ends the merge with its last bar complete. May work in place; when the two
+ * records share their date storage, the source record becomes a copy of the destination's.
+ * QX_ERR_INVALID_PARM for another frequency or an unallocated source. */
+QX_API int32_t qxGroupBarsDate(qxBars* source, qxBars* destination, int32_t frequency, double start,
+                               double end);
+
+/** Merges intraday bars into longer ones: a new bar begins with every day, and `seconds` or more
+ * after the first bar of the group, by whole seconds of the day. The frequency field stays the
+ * source's; all else is as for qxGroupBarsDate. */
+QX_API int32_t qxGroupBarsTime(qxBars* source, qxBars* destination, int32_t seconds, double start,
+                               double end);
 
 /* ---- Series text ------------------------------------------------------------------------------
  */
