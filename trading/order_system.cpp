@@ -46,6 +46,9 @@ void releaseTables(qxOrderSystem* system) {
 // Appends an order. The volume, kind, direction, ordertype, timeinforce and price of `order` are
 // the caller's; the rest is set here.
 int32_t placeOrder(qxOrderSystem* system, const char* name, const char* fromName, qxOrder order) {
+  // The names are copied first: they may stand in the table that grows.
+  copyText(order.name, name);
+  copyText(order.fromname, fromName);
   if (system->orders == nullptr || system->ordercount >= system->ordercap) {
     const int64_t capacity = int64_t{system->ordercap} + kOrderGrowth;
     qxOrder* grown = grownTable(system->orders, system->ordercap, capacity);
@@ -53,8 +56,6 @@ int32_t placeOrder(qxOrderSystem* system, const char* name, const char* fromName
     system->orders = grown;
     system->ordercap = static_cast<int32_t>(capacity);
   }
-  copyText(order.name, name);
-  copyText(order.fromname, fromName);
   if (order.ordertype == QX_ORDER_MARKET) {
     order.price = order.direction == QX_BUY ? kMarketBuyPrice : kMarketSellPrice;
   } else if (order.ordertype == QX_ORDER_CLOSE) {
@@ -182,11 +183,11 @@ int32_t qxCancelOrder(qxOrderSystem* system, const char* name) {
   // Kept: the slot after the last order is visited too, so cancelling all counts one more than
   // there are.
   for (int32_t i = 0; i <= system->ordercount; ++i) {
-    if (*name != '\0' &&
-        std::strncmp(system->orders[i].name, name, sizeof system->orders[i].name) != 0)
-      continue;
-    system->orders[i].cancelled = 1;
-    ++marked;
+    qxOrder* order = &system->orders[i];
+    if (*name == '\0' || std::strncmp(order->name, name, sizeof order->name) == 0) {
+      order->cancelled = 1;
+      ++marked;
+    }
   }
   return marked;
 }

@@ -41,11 +41,13 @@ void countTrade(qxTradeStats* stats, double profit, int64_t barsHeld) {
 void average(qxTradeStats* stats, int64_t winnerBars, int64_t loserBars) {
   if (stats->winners > 0) {
     stats->averagewin = stats->grossprofit / stats->winners;
-    stats->winnerbars = static_cast<double>(winnerBars / stats->winners);  // whole bars
+    const int64_t wholeBars = winnerBars / stats->winners;
+    stats->winnerbars = static_cast<double>(wholeBars);
   }
   if (stats->losers > 0) {
     stats->averageloss = stats->grossloss / stats->losers;
-    stats->loserbars = static_cast<double>(loserBars / stats->losers);
+    const int64_t wholeBars = loserBars / stats->losers;
+    stats->loserbars = static_cast<double>(wholeBars);
   }
   if (stats->trades > 0) {
     stats->pctprofitable = static_cast<double>(stats->winners) / stats->trades * 100;

@@ -162,8 +162,9 @@ TEST(OrderSystem, CancellingVisitsTheSlotAfterTheLastOrder) {
   for (int i = 0; i < 16; ++i) qxBuyToOpen(run, "c", 1, 5, QX_ORDER_LIMIT, QX_FORCE_GTC);
   EXPECT_EQ(run->ordercap, 16);
   EXPECT_EQ(qxCancelOrder(run, ""), 17);
-  qxBuyToOpen(run, "c", 1, 5, QX_ORDER_LIMIT, QX_FORCE_GTC);
+  qxBuyToOpen(run, run->orders[15].name, 1, 5, QX_ORDER_LIMIT, QX_FORCE_GTC);
   EXPECT_EQ(run->ordercap, 20);
+  EXPECT_STREQ(run->orders[16].name, "c");
   EXPECT_EQ(run->orders[16].cancelled, 0);
 }
 
@@ -198,6 +199,25 @@ TEST(OrderSystem, TablesGrowByTheirSteps) {
   small.advance(2);
   EXPECT_EQ(small->tradecount, 4);
   EXPECT_EQ(small->tradecap, 4);
+}
+
+TEST(OrderSystem, WithoutRoomOrdersAreRefusedAndTradesOnlyCounted) {
+  Simulation run(flatBars(4, 10));
+  run.advance(0);
+  qxBuyToOpen(run, "a", 1, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
+  run.advance(1);
+  // Tables at the end of their index range cannot grow.
+  run->ordercap = run->ordercount = INT32_MAX;
+  EXPECT_EQ(qxBuyToOpen(run, "b", 1, 0, QX_ORDER_MARKET, QX_FORCE_BAR), QX_ERR_MALLOC);
+  EXPECT_EQ(run->ordercount, INT32_MAX);
+  run->ordercap = 16;
+  run->ordercount = 0;
+  qxSellToClose(run, "c", "", 1, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
+  run->tradecap = run->tradecount = INT32_MAX;
+  run.advance(2);
+  EXPECT_EQ(run->tradecount, INT32_MAX);
+  EXPECT_EQ(run->netstats.trades, 1);
+  EXPECT_EQ(run->positioncount, 0);
 }
 
 TEST(OrderSystem, NullsAreRefused) {
