@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -291,6 +292,44 @@ TEST(HitTest, ShapesComeBeforeChartsAndLinesLast) {
   EXPECT_EQ(p.at(13, 85).kind, QX_HIT_CHART);
   EXPECT_EQ(p.at(13, 85).element, 1);
   EXPECT_EQ(p.at(60, 85).kind, QX_HIT_LINE);
+}
+
+TEST(HitTest, HostileNumbersAreHarmless) {
+  std::mt19937 random(7);
+  const int32_t numbers[] = {INT32_MIN, INT32_MIN + 1, -1000, -1, 0, 1, 2, 7, 100, INT32_MAX};
+  const double values[] = {-HUGE_VAL, -1e308, -1, 0, 1e-320, 1, 50, 1e308, HUGE_VAL, std::nan("")};
+  auto number = [&] { return numbers[random() % 10]; };
+  auto value = [&] { return values[random() % 10]; };
+  for (int32_t round = 0; round < 4000; ++round) {
+    Picture p;
+    for (int32_t style = 0; style < 10; ++style) p.chart(0, style, style % 4);
+    p.graph.barwidth = number();
+    p.graph.firstshown = number();
+    p.graph.lastshown = number();
+    p.graph.titleheight = number();
+    p.graph.area = p.graph.bararea = {number(), number(), INT32_MAX, INT32_MAX};
+    p.graph.valuearea = {};
+    qxGraphSubwin& pane = p.graph.subwins[0];
+    pane.pane = {number(), number(), number(), number()};
+    for (int32_t i = 0; i < pane.chartcount; ++i) {
+      qxGraphChart& chart = pane.charts[i];
+      chart.penwidth = number();
+      chart.minimum = value();
+      chart.maximum = value();
+      chart.series.firstvalid = number();
+    }
+    for (int32_t kind = 1; kind < 4; ++kind) {
+      ASSERT_EQ(qxGraphShapeAdd(&p.graph, 0, -1, kind, kind, value(), value(), value(), value(), 0,
+                                1, 0, 0),
+                QX_SUCCESS);
+    }
+    ASSERT_EQ(qxGraphLineAdd(&p.graph, 0, -1, 0, value(), 0, 1, 0, 0), QX_SUCCESS);
+    for (int32_t probe = 0; probe < 4; ++probe) {
+      p.at(number(), number());
+      int32_t x, y;
+      EXPECT_GE(qxGraphGetXYpos(&p.graph, 0, probe, number(), value(), &x, &y), 0);
+    }
+  }
 }
 
 TEST(HitTest, SelectionMarksOneElement) {
