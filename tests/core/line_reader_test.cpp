@@ -84,6 +84,7 @@ TEST(LineReader, FilesThatCannotBeRead) {
   auto reader = std::make_unique<qx::LineReader>();
   EXPECT_EQ(qx::openLines(reader.get(), folder.file("missing").c_str(), 254), QX_ERR_FILE_OPEN);
   EXPECT_EQ(qx::openLines(reader.get(), folder.path.c_str(), 254), QX_ERR_FILE_OPEN);
+#if !defined(_WIN32)  // whose C library reports the end of the file instead
   // A file that is open for writing alone fails when it is read.
   const std::string path = folder.write("lines", "1\n");
   ASSERT_EQ(qx::openLines(reader.get(), path.c_str(), 254), QX_SUCCESS);
@@ -93,6 +94,7 @@ TEST(LineReader, FilesThatCannotBeRead) {
   EXPECT_FALSE(qx::readLine(reader.get(), &line));
   EXPECT_EQ(reader->status, QX_ERR_FILE_READ);
   qx::closeLines(reader.get());
+#endif
 }
 
 }  // namespace
