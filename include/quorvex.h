@@ -1878,8 +1878,9 @@ QX_API int32_t qxCompStrength(const qxBars* a, const qxBars* b, qxArray* out, do
 QX_API int32_t qxSpread(const qxBars* a, const qxBars* b, qxArray* out, double startDate);
 
 /** Rate of change of the comparative strength: (r[i] - r[i-period]) / r[i-period] with r of
- * qxCompStrength, as qxRateOfChange with scale 1.0 computes it. First valid index i + period, i
- * being the first common bar. QX_ERR_RECORD_NOT_FOUND as qxCompStrength. */
+ * qxCompStrength, as qxRateOfChange with scale 1.0 computes it: 0 where r[i-period] is 0, -1 where
+ * r has ended with b. First valid index i + period, i being the first common bar. A negative period
+ * gives QX_ERR_INVALID_PARM. */
 QX_API int32_t qxRSIC(const qxBars* a, const qxBars* b, qxArray* out, int32_t period,
                       double startDate);
 

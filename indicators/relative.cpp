@@ -127,7 +127,7 @@ int32_t qxSpread(const qxBars* a, const qxBars* b, qxArray* out, double startDat
 
 int32_t qxRSIC(const qxBars* a, const qxBars* b, qxArray* out, int32_t period, double startDate) {
   constexpr double kScale = 1.0;
-  if (!isUsable(b, out)) return QX_ERR_INVALID_PARM;
+  if (!isUsable(b, out) || period < 0) return QX_ERR_INVALID_PARM;
   const int32_t length = qxCheckArgs({a}, {}, {out});
   if (length < 1) return length;
   qx::ScratchArrays<1> strength(length);
