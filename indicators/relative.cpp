@@ -163,6 +163,25 @@ int32_t qxDeTrend(const qxArray* in, qxArray* out, int32_t start, int32_t end) {
   return qx::markFirstValid(s, {out});
 }
 
+int32_t qxCSIndex(const qxBars* bars, qxArray* out, int32_t period, double moveValue, double margin,
+                  double commission, int32_t start) {
+  if (period < 1 || !(margin > 0.0) || 150.0 + commission == 0.0) return QX_ERR_INVALID_PARM;
+  const int32_t length = qxCheckArgs({bars}, {}, {out});
+  if (length < 1) return length;
+  const int64_t first = qx::startIndex(start) + 3 * int64_t{period} - 1;
+  qx::ScratchArrays<2> scratch(length);
+  if (scratch.status != QX_SUCCESS) return scratch.status;
+  qxArray& rating = scratch[0];
+  qxArray& range = scratch[1];
+  // With arguments that have passed, these fail for want of memory only.
+  int32_t status = qxADXR(bars, &rating, period, period, period, start);
+  if (status == QX_SUCCESS) status = qxATR(bars, &range, period, start);
+  if (status != QX_SUCCESS) return status;
+  const double k = 100.0 * moveValue / std::sqrt(margin) / (150.0 + commission);
+  for (int64_t i = first; i < length; ++i) out->data[i] = k * rating.data[i] * range.data[i];
+  return qx::markFirstValid(first, {out});
+}
+
 int32_t qxFibonacciProject(double a, double b, double* p1, double* p2, double* p3) {
   if (p1 == nullptr || p2 == nullptr || p3 == nullptr) return QX_ERR_INVALID_PARM;
   if (a == b) {

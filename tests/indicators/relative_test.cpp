@@ -161,6 +161,42 @@ TEST(DeTrend, TakesOffALineThatLagsByOne) {
   qxSetMaxFirstValid(0);
 }
 
+TEST(CommoditySelection, AgreesWithAnIndependentComputation) {
+  BarSet bars(qxtest::workedBars());
+  // k = 0.638877; the ratings and the ranges were worked out to six digits.
+  const double k = 100.0 * 50 / std::sqrt(2000.0) / 175.0;
+  EXPECT_TRUE(near(k, 0.638877, 1e-6));
+  Series out, rating, range;
+  EXPECT_EQ(qxCSIndex(bars, out, 2, 50, 2000, 25, -7), QX_SUCCESS);
+  EXPECT_TRUE(seriesNear(
+      out, {0, 0, 0, 0, 0, 149.034, 114.081, 149.177, 125.674, 114.525, 98.5359, 113.772}, 1e-5));
+  EXPECT_EQ(out.record.firstvalid, 5);
+  EXPECT_EQ(qxADXR(bars, rating, 2, 2, 2, 4), QX_SUCCESS);
+  EXPECT_EQ(qxATR(bars, range, 2, 4), QX_SUCCESS);
+  EXPECT_EQ(qxCSIndex(bars, out, 2, 50, 2000, 25, 4), QX_SUCCESS);
+  for (int32_t i = 0; i < 12; ++i) {
+    EXPECT_TRUE(near(out[i], i < 9 ? 0.0 : k * rating[i] * range[i])) << i;
+  }
+}
+
+TEST(CommoditySelection, RefusesAndEndures) {
+  BarSet bars(qxtest::workedBars());
+  Series out{6};
+  const struct {
+    int32_t period;
+    double margin, commission;
+  } refused[] = {{0, 1, 1}, {INT32_MIN, 1, 1}, {2, 0, 1}, {2, -4, 1}, {2, NAN, 1}, {2, 1, -150}};
+  for (const auto& c : refused) {
+    EXPECT_EQ(qxCSIndex(bars, out, c.period, 1, c.margin, c.commission, 0), QX_ERR_INVALID_PARM);
+  }
+  EXPECT_EQ(out[0], 6.0) << "checks precede writes";
+  EXPECT_EQ(qxCSIndex(bars, out, INT32_MAX, 1, 1, 1, INT32_MAX), QX_SUCCESS);
+  EXPECT_EQ(out.record.firstvalid, INT32_MAX);
+  qxArray alias = bars->low;
+  EXPECT_EQ(qxCSIndex(bars, &alias, 2, 1, 1, 1, 0), QX_ERR_INVALID_PARM);
+  qxSetMaxFirstValid(0);
+}
+
 TEST(Fibonacci, ProjectsAndRetraces) {
   double x = 0, y = 0, z = 0;
   EXPECT_EQ(qxFibonacciRetrace(100, 200, &x, &y, &z), QX_SUCCESS);
