@@ -38,7 +38,8 @@ void weightedAverage(const double* in, double* out, int64_t length, int64_t s, i
     const auto sums = qx::windowSums<lanes>(
         i - period + 1, period,
         [in](int64_t j, int64_t k, size_t) { return in[j] * static_cast<double>(k + 1); });
-    for (size_t lane = 0; lane < lanes; ++lane) out[i + lane] = sums[lane] / divisor;
+    double* slots = out + i;
+    for (size_t lane = 0; lane < lanes; ++lane) slots[lane] = sums[lane] / divisor;
   });
 }
 
@@ -55,11 +56,12 @@ void leastSquaresAverage(const double* in, double* out, int64_t length, int64_t 
     const auto sxy = qx::windowSums<lanes>(from, period, [in](int64_t j, int64_t k, size_t) {
       return static_cast<double>(k + 1) * in[j];
     });
+    double* slots = out + i;
     for (size_t lane = 0; lane < lanes; ++lane) {
       // A single element is its own line.
       const qx::Line line =
-          period == 1 ? qx::Line{0.0, in[from + lane]} : qx::fitLine(axis, sy[lane], sxy[lane]);
-      out[i + lane] = line.intercept + ahead * line.slope;
+          period == 1 ? qx::Line{0.0, sy[lane]} : qx::fitLine(axis, sy[lane], sxy[lane]);
+      slots[lane] = line.intercept + ahead * line.slope;
     }
   });
 }

@@ -79,8 +79,9 @@ void movingStdErr(const double* in, double* out, int64_t first, int64_t last, in
     const auto syy = qx::windowSums<lanes>(
         from, period, [in](int64_t j, int64_t, size_t) { return in[j] * in[j]; });
     const auto sxy = slopeSums<lanes>(in, from, period);
+    double* slots = out + i;
     for (size_t lane = 0; lane < lanes; ++lane) {
-      out[i + lane] = qx::standardError(axis, sy[lane], syy[lane], sxy[lane]);
+      slots[lane] = qx::standardError(axis, sy[lane], syy[lane], sxy[lane]);
     }
   });
 }
@@ -94,7 +95,8 @@ void movingDispersion(const double* in, double* out, int64_t first, int64_t last
   const double changes = static_cast<double>(period) - 1.0;
   qx::byLanes(first, last, [=](auto lanes, int64_t i) {
     const auto sums = plainSums<lanes>(out, i - period + 2, period - 1);
-    for (size_t lane = 0; lane < lanes; ++lane) out[i + lane] = std::sqrt(sums[lane] / changes);
+    double* slots = out + i;
+    for (size_t lane = 0; lane < lanes; ++lane) slots[lane] = std::sqrt(sums[lane] / changes);
   });
   std::fill(out + begin, out + first, 0.0);
 }
@@ -119,9 +121,10 @@ void movingCorrelation(const double* x, const double* y, double* out, int64_t fi
     const auto sx = standardDeviations<lanes>(x, meanX, from, period, divisor);
     const auto sy = standardDeviations<lanes>(y, meanY, from, period, divisor);
     const auto covariance = covariances<lanes>(x, meanX, y, meanY, from, period);
+    double* slots = out + i;
     for (size_t lane = 0; lane < lanes; ++lane) {
       const double spread = sx[lane] * sy[lane];
-      out[i + lane] = spread == 0.0 ? 0.0 : covariance[lane] / spread;
+      slots[lane] = spread == 0.0 ? 0.0 : covariance[lane] / spread;
     }
   });
 }

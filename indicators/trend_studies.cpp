@@ -18,8 +18,9 @@ void verticalHorizontal(const double* in, const double* highest, const double* l
         i - period + 1, period,
         [in](int64_t j, int64_t, size_t) { return std::fabs(in[j] - in[j - 1]); });
     for (size_t lane = 0; lane < lanes; ++lane) {
-      const double extent = highest[i + lane] - lowest[i + lane];
-      out[i + lane] = travelled[lane] == 0.0 ? 0.0 : extent / travelled[lane];
+      const int64_t at = i + static_cast<int64_t>(lane);
+      const double extent = highest[at] - lowest[at];
+      out[at] = travelled[lane] == 0.0 ? 0.0 : extent / travelled[lane];
     }
   });
 }
@@ -140,9 +141,10 @@ void fractalEfficiency(const double* in, double* out, int64_t length, int64_t fi
     const auto path = qx::windowSums<lanes>(i - period + 1, period,
                                             [out](int64_t j, int64_t, size_t) { return out[j]; });
     for (size_t lane = 0; lane < lanes; ++lane) {
-      const double change = in[i + lane] - in[i + lane - period];
+      const int64_t at = i + static_cast<int64_t>(lane);
+      const double change = in[at] - in[at - period];
       const double sign = change > 0.0 ? 1.0 : change < 0.0 ? -1.0 : 0.0;
-      out[i + lane] = 100.0 * sign * std::sqrt(change * change + bars * bars) / path[lane];
+      out[at] = 100.0 * sign * std::sqrt(change * change + bars * bars) / path[lane];
     }
   });
   std::fill(out + begin, out + first, 0.0);
