@@ -393,7 +393,8 @@ int32_t qxInertia(const qxBars* bars, qxArray* out, int32_t rviPeriod, int32_t l
   if (volatility.status != QX_SUCCESS) return volatility.status;
 
   const int64_t first = qx::startIndex(start) + rviPeriod + kDeviationBars - 2;
-  qxRVI(bars, &volatility[0], rviPeriod, start);
+  const int32_t status = qxRVI(bars, &volatility[0], rviPeriod, start);
+  if (status != QX_SUCCESS) return status;
   qxLstSqrMA(&volatility[0], out, lsqPeriod, qx::saturateToInt32(first));
   return qx::markFirstValid(first + lsqPeriod - 1, {out});
 }

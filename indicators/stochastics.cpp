@@ -84,6 +84,11 @@ void stochasticMomentum(const double* close, const double* highest, double* out,
   }
 }
 
+template <size_t N>
+qx::Lanes<N> plainSums(const double* a, int64_t from, int64_t period) {
+  return qx::windowSums<N>(from, period, [a](int64_t j, int64_t, size_t) { return a[j]; });
+}
+
 // Distance of each price from its average, in mean absolute deviations of the window from it.
 void channelIndex(const double* price, const double* average, double* out,
                   const qx::Windows& windows) {
@@ -120,10 +125,8 @@ void ultimate(const double* pressure, const double* range, double* out, int64_t 
     std::array<qx::Lanes<lanes>, 3> quotients;
     for (size_t q = 0; q < periods.size(); ++q) {
       const int64_t from = i - periods[q] + 1;
-      const auto rises = qx::windowSums<lanes>(
-          from, periods[q], [pressure](int64_t j, int64_t, size_t) { return pressure[j]; });
-      const auto ranges = qx::windowSums<lanes>(
-          from, periods[q], [range](int64_t j, int64_t, size_t) { return range[j]; });
+      const auto rises = plainSums<lanes>(pressure, from, periods[q]);
+      const auto ranges = plainSums<lanes>(range, from, periods[q]);
       for (size_t lane = 0; lane < lanes; ++lane) {
         quotients[q][lane] = ranges[lane] == 0.0 ? 0.0 : rises[lane] / ranges[lane];
       }
@@ -135,19 +138,24 @@ void ultimate(const double* pressure, const double* range, double* out, int64_t 
   });
 }
 
-void intradayMomentum(const double* open, const double* close, double* out,
+// What each bar gained or lost from its open to its close.
+void splitBodies(const double* open, const double* close, double* gains, double* losses,
+                 int64_t from, int64_t length) {
+  for (int64_t i = from; i < length; ++i) {
+    gains[i] = close[i] > open[i] ? close[i] - open[i] : 0.0;
+    losses[i] = open[i] > close[i] ? open[i] - close[i] : 0.0;
+  }
+}
+
+void intradayMomentum(const double* gains, const double* losses, double* out,
                       const qx::Windows& windows) {
   qx::byLanes(windows.first, windows.last, [=, &windows](auto lanes, int64_t i) {
     const int64_t from = i - windows.period + 1;
-    const auto gains = qx::windowSums<lanes>(from, windows.period, [=](int64_t j, int64_t, size_t) {
-      return close[j] > open[j] ? close[j] - open[j] : 0.0;
-    });
-    const auto losses = qx::windowSums<lanes>(
-        from, windows.period,
-        [=](int64_t j, int64_t, size_t) { return open[j] > close[j] ? open[j] - close[j] : 0.0; });
+    const auto up = plainSums<lanes>(gains, from, windows.period);
+    const auto down = plainSums<lanes>(losses, from, windows.period);
     for (size_t lane = 0; lane < lanes; ++lane) {
-      const double moves = gains[lane] + losses[lane];
-      out[i + static_cast<int64_t>(lane)] = moves == 0.0 ? 0.0 : 100.0 * gains[lane] / moves;
+      const double moves = up[lane] + down[lane];
+      out[i + static_cast<int64_t>(lane)] = moves == 0.0 ? 0.0 : 100.0 * up[lane] / moves;
     }
   });
 }
@@ -158,8 +166,7 @@ void distanceFromLine(const double* in, double* out, const qx::Windows& windows)
   const qx::AxisSums axis = qx::axisSums(windows.period);
   qx::byLanes(windows.first, windows.last, [=, &windows](auto lanes, int64_t i) {
     const int64_t from = i - windows.period + 1;
-    const auto sy = qx::windowSums<lanes>(from, windows.period,
-                                          [in](int64_t j, int64_t, size_t) { return in[j]; });
+    const auto sy = plainSums<lanes>(in, from, windows.period);
     const auto sxy = qx::windowSums<lanes>(
         from, windows.period,
         [in](int64_t j, int64_t k, size_t) { return static_cast<double>(k + 1) * in[j]; });
@@ -318,9 +325,15 @@ int32_t qxIMI(const qxBars* bars, qxArray* out, int32_t period, int32_t start) {
   if (period < 1) return QX_ERR_INVALID_PARM;
   const int32_t length = qxCheckArgs({bars}, {}, {out});
   if (length < 1) return length;
-  const int64_t first = qx::startIndex(start) + period - 1;
+  qx::ScratchArrays<2> scratch(length);
+  if (scratch.status != QX_SUCCESS) return scratch.status;
+  const auto& [gains, losses] = scratch.arrays;
+
+  const int64_t s = qx::startIndex(start);
+  const int64_t first = s + period - 1;
   const int32_t held = qx::heldLength(length, {&bars->open, &bars->close});
-  intradayMomentum(bars->open.data, bars->close.data, out->data, {first, held - 1, period});
+  splitBodies(bars->open.data, bars->close.data, gains.data, losses.data, s, held);
+  intradayMomentum(gains.data, losses.data, out->data, {first, held - 1, period});
   return qx::markFirstValid(first, {out});
 }
 
