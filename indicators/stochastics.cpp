@@ -24,6 +24,13 @@ double percentBelowHigh(double price, double lowest, double highest) {
   return highest == lowest ? 0.0 : 100.0 * (highest - price) / (highest - lowest);
 }
 
+// The extremes of every window: of `low` into `lowest`, of `high` into `highest`.
+int32_t findRange(const double* low, const double* high, const qx::Windows& windows, double* lowest,
+                  double* highest) {
+  const int32_t status = qx::movingLowest(low, windows, lowest);
+  return status == QX_SUCCESS ? qx::movingHighest(high, windows, highest) : status;
+}
+
 // out[i] holds the lowest price of the window and is replaced by the place of `price` in it.
 template <typename Place>
 void placeInRange(const double* price, const double* highest, double* out,
@@ -45,10 +52,8 @@ int32_t placeClose(const qxBars* bars, qxArray* out, int32_t period, int32_t sta
   const int64_t first = qx::startIndex(start) + period - 1;
   const int32_t held = qx::heldLength(length, {&bars->high, &bars->low, &bars->close});
   const qx::Windows windows = {first, held - 1, period};
-  int32_t status = qx::movingLowest(bars->low.data, windows, out->data);
-  if (status == QX_SUCCESS) {
-    status = qx::movingHighest(bars->high.data, windows, highest[0].data);
-  }
+  const int32_t status =
+      findRange(bars->low.data, bars->high.data, windows, out->data, highest[0].data);
   if (status != QX_SUCCESS) return status;
   placeInRange(bars->close.data, highest[0].data, out->data, windows, place);
   return qx::markFirstValid(first, {out});
@@ -58,9 +63,12 @@ int32_t placeClose(const qxBars* bars, qxArray* out, int32_t period, int32_t sta
 struct Smoother {
   double factor;
   double value;
-
-  double next(double newest) { return value = value + factor * (newest - value); }
 };
+
+double advance(Smoother* average, double newest) {
+  average->value = average->value + average->factor * (newest - average->value);
+  return average->value;
+}
 
 // out[i] holds the lowest low of the window and is replaced by the stochastic momentum index.
 void stochasticMomentum(const double* close, const double* highest, double* out,
@@ -77,8 +85,8 @@ void stochasticMomentum(const double* close, const double* highest, double* out,
   Smoother range2 = {factor2, range(first)};
   for (int64_t i = first; i <= windows.last; ++i) {
     if (i > first) {
-      relative2.next(relative1.next(relative(i)));
-      range2.next(range1.next(range(i)));
+      advance(&relative2, advance(&relative1, relative(i)));
+      advance(&range2, advance(&range1, range(i)));
     }
     out[i] = range2.value == 0.0 ? 0.0 : 100.0 * relative2.value / (range2.value / 2.0);
   }
@@ -191,8 +199,7 @@ int32_t qxStochastic(const qxArray* in, qxArray* out, int32_t period, int32_t st
 
   const int64_t first = qx::startIndex(start, {in}) + period - 1;
   const qx::Windows windows = {first, length - 1, period};
-  int32_t status = qx::movingLowest(in->data, windows, out->data);
-  if (status == QX_SUCCESS) status = qx::movingHighest(in->data, windows, highest[0].data);
+  const int32_t status = findRange(in->data, in->data, windows, out->data, highest[0].data);
   if (status != QX_SUCCESS) return status;
   placeInRange(in->data, highest[0].data, out->data, windows, percentAboveLow);
   return qx::markFirstValid(first, {out});
@@ -232,7 +239,7 @@ int32_t qxStochasticOscillator(const qxBars* bars, qxArray* kOut, qxArray* dOut,
   if (status == QX_SUCCESS) status = qx::movingBarHighest(*bars, windows, highest[0].data);
   if (status != QX_SUCCESS) return status;
   placeInRange(bars->close.data, highest[0].data, kOut->data, windows, percentAboveLow);
-  qx::markFirstValid(first, {kOut});
+  qx::markFirstValid(first, {kOut, dOut});
 
   qxArray k = qx::headOf(*kOut, length);
   const int32_t from = qx::saturateToInt32(first);
@@ -270,10 +277,8 @@ int32_t qxSMI(const qxBars* bars, qxArray* out, qxArray* signalOut, int32_t peri
   const int64_t first = qx::startIndex(start) + period - 1;
   const int32_t held = qx::heldLength(length, {&bars->high, &bars->low, &bars->close});
   const qx::Windows windows = {first, held - 1, period};
-  int32_t status = qx::movingLowest(bars->low.data, windows, out->data);
-  if (status == QX_SUCCESS) {
-    status = qx::movingHighest(bars->high.data, windows, highest[0].data);
-  }
+  const int32_t status =
+      findRange(bars->low.data, bars->high.data, windows, out->data, highest[0].data);
   if (status != QX_SUCCESS) return status;
   stochasticMomentum(bars->close.data, highest[0].data, out->data, windows, period1, period2);
   qx::markFirstValid(first, {out});

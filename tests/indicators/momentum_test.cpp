@@ -150,6 +150,10 @@ TEST(Momentum, WorkedCases) {
   for (const WorkedCase& c : kCases) qxtest::checkCase(c);
 }
 
+TEST(Momentum, RealPrices) {
+  qxtest::checkRealPrices(kCases);
+}
+
 TEST(Momentum, ZeroDivisors) {
   Series a{0, 2, 3}, b({4, 0, 2}, 2), out;
   EXPECT_EQ(qxRatio(a, b, out, 0), QX_SUCCESS);

@@ -121,6 +121,10 @@ TEST(Stochastics, WorkedCases) {
   for (const WorkedCase& c : kCases) qxtest::checkCase(c);
 }
 
+TEST(Stochastics, RealPrices) {
+  qxtest::checkRealPrices(kCases);
+}
+
 TEST(Stochastics, FlatWindows) {
   Series flat{4, 4, 4, 4, 4, 4}, out, other;
   EXPECT_EQ(qxStochastic(flat, out, 3, 0), QX_SUCCESS);
@@ -135,6 +139,7 @@ TEST(Stochastics, FlatWindows) {
   EXPECT_EQ(qxStochasticOscillator(bars, out, other, 9, 2, 1, 1, 0), QX_SUCCESS);
   EXPECT_TRUE(seriesNear(out, full, 0));
   EXPECT_TRUE(seriesNear(other, zeros, 0)) << "an unknown method averages nothing";
+  EXPECT_EQ(other.record.firstvalid, 1);
   EXPECT_EQ(qxWilliamsR(bars, out, 2, 0), QX_SUCCESS);
   EXPECT_TRUE(seriesNear(out, zeros, 0));
   EXPECT_EQ(qxSMI(bars, out, other, 2, 2, 2, 2, 0), QX_SUCCESS);

@@ -137,6 +137,10 @@ TEST(Volatility, WorkedCases) {
   for (const WorkedCase& c : kCases) qxtest::checkCase(c);
 }
 
+TEST(Volatility, RealPrices) {
+  qxtest::checkRealPrices(kCases);
+}
+
 TEST(Volatility, ChannelsLeaveOutTheCurrentBar) {
   BarSet bars({{1, 5, 6, 4, 5, 0, 0}, {2, 0, 7, 5, 6, 0, 0}, {3, 9, 20, 1, 9, 0, 0}});
   Series upper, lower;

@@ -4,6 +4,8 @@
 #define QUORVEX_TESTS_INDICATORS_WORKED_CASE_H
 
 #include <array>
+#include <cmath>
+#include <string>
 #include <vector>
 
 #include "tests/support/test_support.h"
@@ -180,6 +182,35 @@ inline void checkCase(const WorkedCase& c) {
   checkShortOutput(c);
   checkRefusals(c);
   checkHostileNumbers(c);
+}
+
+// Real daily and one-minute bars give finite values throughout.
+template <size_t N>
+void checkRealPrices(const WorkedCase (&cases)[N]) {
+  const std::string folder = testDataPath("text");
+  if (folder.empty()) GTEST_SKIP() << "QX_TEST_DATA is not set";
+  const struct {
+    const char* name;
+    qxTXTinfo layout;
+  } files[] = {
+      {"orcl-daily-1995-2014.txt", {1, 0, 2, 3, 4, 5, 7, 0, QX_ORDER_YMD, 1, ","}},
+      {"fesx-1min-2006-01-extract.txt", {1, 2, 3, 4, 5, 6, 7, 8, QX_ORDER_YMD, 1, ","}},
+  };
+  for (const auto& file : files) {
+    BarSet bars;
+    ASSERT_EQ(qxTXTread(bars, folder.c_str(), file.name, &file.layout, 0, -1), QX_SUCCESS);
+    ASSERT_GT(bars->barsize, 3000);
+    for (const WorkedCase& c : cases) {
+      SCOPED_TRACE(c.name);
+      Series outputs[5];
+      ASSERT_EQ(c.call({bars, &bars->close, &bars->open}, outputs, c.numbers, 0), QX_SUCCESS);
+      for (const Series& o : outputs) {
+        int32_t infinite = 0;
+        for (int32_t i = 0; i < o.record.size; ++i) infinite += std::isfinite(o[i]) ? 0 : 1;
+        EXPECT_EQ(infinite, 0) << file.name;
+      }
+    }
+  }
 }
 
 }  // namespace qxtest
