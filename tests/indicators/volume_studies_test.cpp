@@ -67,6 +67,10 @@ TEST(VolumeStudies, AgreeWithAnIndependentComputation) {
   for (const BarStudyCase& c : kCases) checkStudy(c);
 }
 
+TEST(VolumeStudies, StayFiniteOnRealBars) {
+  checkFiniteOnRealBars(kCases);
+}
+
 TEST(VolumeStudies, RefusePeriodsBelowOne) {
   BarSet bars(qxtest::workedBars());
   Series a{3}, b{3};

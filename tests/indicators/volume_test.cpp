@@ -105,6 +105,10 @@ TEST(Volume, AgreesWithAnIndependentComputation) {
   for (const BarStudyCase& c : kCases) checkStudy(c);
 }
 
+TEST(Volume, StaysFiniteOnRealBars) {
+  checkFiniteOnRealBars(kCases);
+}
+
 TEST(Volume, RangesOverBarsAreClippedAndNotSwapped) {
   BarSet bars(qxtest::workedBars());
   const struct {
