@@ -57,6 +57,6 @@ const Study kStudies[] = {
      [](int32_t p) { qxForecastOscillator(&prices(), &output(), p, 0); }},
 };
 
-const size_t kRegistered = qxbench::registerStudies(kStudies);
+[[maybe_unused]] const size_t kRegistered = qxbench::registerStudies(kStudies);
 
 }  // namespace

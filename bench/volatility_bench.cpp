@@ -39,6 +39,6 @@ const Study kStudies[] = {
      }},
 };
 
-const size_t kRegistered = qxbench::registerStudies(kStudies);
+[[maybe_unused]] const size_t kRegistered = qxbench::registerStudies(kStudies);
 
 }  // namespace
