@@ -1281,10 +1281,10 @@ QX_API int32_t qxWilliamsR(const qxBars* bars, qxArray* out, int32_t period, int
 QX_API int32_t qxSMI(const qxBars* bars, qxArray* out, qxArray* signalOut, int32_t period,
                      int32_t period1, int32_t period2, int32_t signalPeriod, int32_t start);
 
-/** Moving average convergence/divergence with its customary factors, whatever the periods of
- * others: fast = 0.15 in[i] + 0.85 fast, slow = 0.075 in[i] + 0.925 slow, both seeded with in[s];
- * macdOut[i] = fast - slow from s + 1; signalOut = qxExpMA(macdOut, signalPeriod). First valid of
- * both s + 1.
+/** Moving average convergence/divergence with its customary factors, which no argument changes
+ * (see qxMACDx): fast = 0.15 in[i] + 0.85 fast, slow = 0.075 in[i] + 0.925 slow, both seeded with
+ * in[s]; macdOut[i] = fast - slow from s + 1; signalOut = qxExpMA(macdOut, signalPeriod). First
+ * valid of both s + 1.
  * Source: Gerald Appel, The Moving Average Convergence-Divergence Method, 1979. */
 QX_API int32_t qxMACD(const qxArray* in, qxArray* macdOut, qxArray* signalOut, int32_t signalPeriod,
                       int32_t start);
