@@ -3,6 +3,7 @@
 #define QUORVEX_CORE_TEXT_FIELDS_H
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 
 namespace qx {
@@ -41,6 +42,16 @@ inline bool takeField(const Delimiters& delimiters, std::string_view* rest,
   *field = std::string_view(first, static_cast<size_t>(at - first));
   *rest = std::string_view(at, static_cast<size_t>(end - at));
   return first != at;
+}
+
+// Field number `number`, counted from 1, of a text; false when there is no such field.
+inline bool findField(const Delimiters& delimiters, std::string_view text, int32_t number,
+                      std::string_view* field) {
+  if (number < 1) return false;
+  while (takeField(delimiters, &text, field)) {
+    if (--number == 0) return true;
+  }
+  return false;
 }
 
 }  // namespace qx

@@ -709,6 +709,38 @@ QX_API int32_t qxGroupBarsTime(qxBars* source, qxBars* destination, int32_t seco
 /* ---- Series text ------------------------------------------------------------------------------
  */
 
+/** Reads one column of a delimited text file into a series, which is allocated (an existing block
+ * is not released first). The first `skipLines` lines are passed over, and so are empty ones; every
+ * other line gives an element: its field number `column`, from 1, fields being separated by runs of
+ * `delimiters`, or 0.0 where the field is missing or no number. Lines are read 254 characters at
+ * most. `fileName` is used as it is. QX_ERR_FILE_OPEN, QX_ERR_MALLOC. */
+QX_API int32_t qxTXT2Array(const char* fileName, qxArray* array, const char* delimiters,
+                           int32_t skipLines, int32_t column);
+
+/** Prints series side by side, once through `format` for each index from `start` to the smaller of
+ * `end` and the last index of the longest series, both included. No line end is added: a format
+ * ends in one of its own. `header`, which may be null, is printed first; a percent sign in it is
+ * written "%%". `fileName` is used as it is ("STDOUT" is a file of that name) and appended to when
+ * `append` is non-zero.
+ *
+ * A conversion runs from "%" to the first f, i, r or u, else to the first d; "%%" is a percent
+ * sign. One qxArray address follows `format` for each conversion that is not an r, in their order;
+ * a series shorter than the index prints nothing. Flags, width and precision (at most 4096) are as
+ * in printf; other characters of a conversion are ignored.
+ *
+ *     %8.2f    the element
+ *     %i %u %d the element, truncated to an integer
+ *     %4r      the index itself
+ *     %CYMDi   the element as a date, 1999/03/15; so %MDCYi and %DMCYi, and %YMDi, %MDYi, %DMYi
+ *              with two digits of the year; any other character before the i, as in %CYMD-i, leaves
+ *              the slashes out
+ *     %HMi     its time with seconds, 14:30:00; %HMSi without them, 14:30; %HM-i and %HMS-i without
+ *              colons
+ *
+ * QX_ERR_FILE_OPEN when the file cannot be opened; QX_ERR_INVALID_PARM for a null series. */
+QX_API int32_t qxArrayPrintf(const char* fileName, int32_t append, int32_t start, int32_t end,
+                             const char* header, const char* format, ...);
+
 /* ---- Calendar ---------------------------------------------------------------------------------
  */
 
@@ -2348,6 +2380,32 @@ QX_API double qxTBillBondEqYield(const qxBond* bill, double date);
 /* ---- File-type dispatch and file information
  * ----------------------------------------------------- */
 
+/** The QX_FILE_... code of a format given as text: a number 1 to 8 (leading digits count), or in
+ * any case AIQ, CSI, CT, DJ, FS, TC or TT. Every other text, the empty one included, is
+ * QX_FILE_TEXT: it may name a description file. Null gives 0. */
+QX_API int32_t qxFILEtype(const char* type);
+
+/** Finds the record of a date in a file of the format `type`: qxCSIfindrec, qxCTfindrec and so on.
+ * For a text file the layout is read first, from "txtinfo.txt" when `type` is "7" or "TXT" (in any
+ * case), else from the file that `type` names, in the same folder. `founddate`, which may be null,
+ * is set to 0 first. Returns the record number, the format's status, or that of qxTXTreadinfo. */
+QX_API int32_t qxFILEfindrec(const char* type, const char* folder, const char* file, double date,
+                             double* founddate);
+
+/** Lists a folder's files of the format `type`: qxTXTlist, qxCTlist and so on. */
+QX_API int32_t qxFILElist(const char* type, const char* folder, const char* outfile,
+                          int32_t append);
+
+/** Reads bars of a file of the format `type`, by the range rule of the text files below: qxTXTread,
+ * with the layout found as in qxFILEfindrec, qxCTread and so on. */
+QX_API int32_t qxFILEread(const char* type, qxBars* bars, const char* folder, const char* file,
+                          int32_t start, int32_t count);
+
+/** Prints the file information of a bar set, one "key value" line for each field that is set; dates
+ * in the default date order. `outfile` "STDOUT", in any case, is standard output; another file is
+ * appended to when `append` is non-zero, else replaced. QX_ERR_FILE_OPEN, QX_ERR_FILE_WRITE. */
+QX_API int32_t qxFILEprintinfo(const qxBars* bars, const char* outfile, int32_t append);
+
 /* ---- CompuTrac files
  * ----------------------------------------------------------------------------- */
 
@@ -2871,18 +2929,18 @@ QX_API int32_t qxGraphSelectObject(qxGraph* graph, int32_t subwin, int32_t index
  * style 1 to 3, else the series margin (qxGraphSetSubwinMargins). A logarithmic minimum stays above
  * 0. An end that is kept, or for which no finite value is found, stays as it is.
  *
- * The bars drawn are firstshown .. lastshown as far as they fit. The dates come from the first chart
- * that has any, in the order of panes and charts.
+ * The bars drawn are firstshown .. lastshown as far as they fit. The dates come from the first
+ * chart that has any, in the order of panes and charts.
  * @param graph          initialised first when it is not
  * @param deviceContext  an HDC
- * A drawing area of all 0 becomes the client area of the device's window, or the printable part of a
- * page. QX_ERR_INVALID_PARM for an empty or inverted area, a null device, and off Windows;
+ * A drawing area of all 0 becomes the client area of the device's window, or the printable part of
+ * a page. QX_ERR_INVALID_PARM for an empty or inverted area, a null device, and off Windows;
  * QX_ERR_MALLOC. */
 QX_API int32_t qxGraphPaint(qxGraph* graph, void* deviceContext);
 
-/** Paints the graph into a bitmap of the size of its drawing area, which must be set beforehand, and
- * returns it as an OLE picture: an IDispatch pointer that the caller releases. Null on any failure
- * and off Windows. */
+/** Paints the graph into a bitmap of the size of its drawing area, which must be set beforehand,
+ * and returns it as an OLE picture: an IDispatch pointer that the caller releases. Null on any
+ * failure and off Windows. */
 QX_API void* qxGraphPaintPicture(qxGraph* graph);
 
 /** Paints the header and the footer alone, in the strips of the last painting; for a changed header
