@@ -29,12 +29,12 @@ int32_t findRecord(LineReader* reader, const qxTXTinfo& info, double target, dou
   const Delimiters delimiters = layoutDelimiters(info);
   dropLines(reader, info.skip);
   DateSearch search = {target, 0, 0.0};
-  int32_t record = 0;
   Line line;
   while (readLine(reader, &line)) {
     const std::string_view text = stripLeadingBlanks(line.text);
     if (text.empty()) continue;
-    if (endsSearch(&search, recordDate(info, delimiters, text), &record, foundDate)) return record;
+    int32_t found = 0;
+    if (endsSearch(&search, recordDate(info, delimiters, text), &found, foundDate)) return found;
   }
   return reader->status == QX_SUCCESS ? QX_ERR_RECORD_NOT_FOUND : reader->status;
 }

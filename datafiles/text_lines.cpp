@@ -30,15 +30,6 @@ Delimiters layoutDelimiters(const qxTXTinfo& info) {
   return delimitersFrom(whole.substr(0, whole.find('\0')));
 }
 
-bool findField(const Delimiters& delimiters, std::string_view text, int32_t number,
-               std::string_view* field) {
-  if (number < 1) return false;
-  while (takeField(delimiters, &text, field)) {
-    if (--number == 0) return true;
-  }
-  return false;
-}
-
 int32_t openDataFile(LineReader* reader, const char* folder, const char* file) {
   Path path;
   joinPath(folder, file, path);

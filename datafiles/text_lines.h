@@ -17,11 +17,6 @@ inline constexpr int32_t kMostFields = 127;
 // The delimiter set of a layout, which has no terminator when it fills its 16 characters.
 Delimiters layoutDelimiters(const qxTXTinfo& info);
 
-// Field number `number`, counted from 1, of a line without leading blanks; false when the line has
-// no such field.
-bool findField(const Delimiters& delimiters, std::string_view text, int32_t number,
-               std::string_view* field);
-
 // Opens the joined path for data lines. QX_ERR_FILE_OPEN when it cannot be opened.
 int32_t openDataFile(LineReader* reader, const char* folder, const char* file);
 
