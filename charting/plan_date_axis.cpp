@@ -105,7 +105,7 @@ void planDateAxis(Planner* planner) {
   forEachBar(walk, [&](int64_t bar, const BarDate& date, uint32_t mask) {
     int32_t x = markX(walk, bar);
     const bool first = bar == walk.bars.first;
-    if (!first && (mask & marking.grid) != 0 && graph.gridwidth > 0 && !isEmpty(plot)) {
+    if (!first && (mask & marking.grid) != 0 && graph.gridwidth != 0 && !isEmpty(plot)) {
       addLine(planner->list, gridPen, {x, plot.top}, {x, plot.bottom - 1});
     }
     if (shown && tick > 0 && (mask & (marking.grid | labels)) != 0) {

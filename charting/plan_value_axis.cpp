@@ -87,7 +87,7 @@ int32_t columnWidth(const Planner& planner, int32_t axis) {
 }
 
 void planGridLine(Planner* planner, const ValueAxis& axis, const qxRect& plot, int32_t y) {
-  if (axis.gridWidth <= 0) return;
+  if (axis.gridWidth == 0) return;
   addLine(planner->list, {axis.gridStyle, axis.gridWidth, axis.gridColour}, {plot.left, y},
           {plot.right - 1, y});
 }
