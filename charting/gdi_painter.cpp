@@ -276,6 +276,7 @@ bool beginPainting(GdiPainter* painter, HDC device, GdiCounts* counts, const Dra
   if (SaveDC(device) == 0) return false;
   SetMapMode(device, MM_TEXT);
   SetBkMode(device, TRANSPARENT);
+  SetROP2(device, R2_COPYPEN);
   painter->callerClip = CreateRectRgn(0, 0, 0, 0);
   if (painter->callerClip == nullptr) return true;
   ++counts->created;

@@ -92,7 +92,9 @@ Printed roundMark(double value, int32_t decimals) {
   const double unit = powerOfTen(decimals);
   const double magnitude = std::fabs(value);
   Printed printed = {};
+  printed.negative = value < 0.0;
   printed.whole = truncateToInt64(magnitude);
+  if (!(magnitude < kMostExact)) return printed;  // no decimals are left
   printed.fraction = truncateToInt64((magnitude - static_cast<double>(printed.whole)) * unit + 0.5);
   if (static_cast<double>(printed.fraction) >= unit) {
     printed.fraction = 0;
