@@ -3,6 +3,7 @@
 #define QUORVEX_CORE_NUMERIC_H
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <limits>
 
@@ -30,6 +31,12 @@ inline double powerOfTen(int32_t exponent) {
   double power = 1.0;
   for (int32_t i = 0; i < exponent; ++i) power *= 10.0;
   return power;
+}
+
+// The value where the condition holds, else 0.0. It never branches, which pays where the condition
+// is the direction of prices: nothing predicts that.
+inline double valueIf(bool condition, double value) {
+  return std::bit_cast<double>(std::bit_cast<uint64_t>(value) & (0 - uint64_t{condition}));
 }
 
 }  // namespace qx

@@ -33,7 +33,8 @@ void rollBackwards(const double* in, int64_t held, double* out, int64_t length, 
 
 // The newest of the P elements weighs P, the oldest 1.
 void weightedAverage(const double* in, double* out, int64_t length, int64_t s, int64_t period) {
-  const auto divisor = static_cast<double>(period * (period + 1) / 2);
+  const int64_t weights = period * (period + 1) / 2;
+  const auto divisor = static_cast<double>(weights);
   qx::byLanes(std::max<int64_t>(s + period - 1, 0), length - 1, [=](auto lanes, int64_t i) {
     const auto sums = qx::windowSums<lanes>(
         i - period + 1, period,

@@ -123,11 +123,11 @@ void wellesSum(const double* in, double* out, int64_t length, int64_t s, int64_t
 
 // How far element i stands above, and below, its predecessor.
 double rise(const double* in, int64_t i) {
-  return in[i] > in[i - 1] ? in[i] - in[i - 1] : 0.0;
+  return qx::valueIf(in[i] > in[i - 1], in[i] - in[i - 1]);
 }
 
 double fall(const double* in, int64_t i) {
-  return in[i - 1] > in[i] ? in[i - 1] - in[i] : 0.0;
+  return qx::valueIf(in[i - 1] > in[i], in[i - 1] - in[i]);
 }
 
 double momentum(double up, double down) {

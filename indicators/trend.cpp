@@ -18,9 +18,9 @@ void directionalMovement(const qxBars& bars, double* plus, double* minus, int64_
   for (int64_t i = s + 1; i < length; ++i) {
     const double up = high[i] - high[i - 1];
     const double down = low[i - 1] - low[i];
-    const bool none = (up < 0.0 && down < 0.0) || up == down;
-    plus[i] = !none && up > down ? up : 0.0;
-    minus[i] = none || up > down ? 0.0 : down;
+    const bool any = !((up < 0.0) & (down < 0.0)) & (up != down);
+    plus[i] = qx::valueIf(any & (up > down), up);
+    minus[i] = qx::valueIf(any & !(up > down), down);
   }
 }
 
@@ -98,11 +98,9 @@ void dynamicMomentum(const double* in, const double* deviations, double* out, in
     double up = 0.0;
     double down = 0.0;
     for (int64_t j = i - lookback + 1; j <= i; ++j) {
-      if (in[j] > in[j - 1]) {
-        up += in[j] - in[j - 1];
-      } else {
-        down += in[j - 1] - in[j];
-      }
+      const bool rises = in[j] > in[j - 1];
+      up += qx::valueIf(rises, in[j] - in[j - 1]);
+      down += qx::valueIf(!rises, in[j - 1] - in[j]);
     }
     out[i] = up + down != 0.0 ? 100.0 * up / (up + down) : 0.0;
   }

@@ -3,12 +3,17 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 
 #include "core/indicator_frame.h"
 #include "core/numeric.h"
 #include "indicators/moving_windows.h"
 
 namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+// Below every term: the greatest of none.
+constexpr double kNothing = -std::numeric_limits<double>::infinity();
 
 // The distance travelled over the last P changes, against the net extent of the last P values.
 void verticalHorizontal(const double* in, const double* highest, const double* lowest, double* out,
@@ -25,27 +30,44 @@ void verticalHorizontal(const double* in, const double* highest, const double* l
   });
 }
 
-// The greatest displacement over 2..P bars, each in units of a random walk of that many bars.
+// The greatest displacement over 2..P bars, each in units of a random walk of that many bars. The
+// mean range of each length grows from the newest of its bars backwards.
 void randomWalkIndex(const qxBars& bars, const double* range, double* hiOut, double* loOut,
                      int64_t length, int64_t first, int64_t period) {
   const double* high = bars.high.data;
   const double* low = bars.low.data;
-  for (int64_t i = first; i < length; ++i) {
-    bool any = false;
-    double sum = range[i - 1];
+  qx::byLanes(first, length - 1, [=](auto lanes, int64_t i) {
+    constexpr size_t kCount = lanes;
+    qx::Lanes<kCount> sums = {};
+    qx::Lanes<kCount> greatestUp;
+    qx::Lanes<kCount> greatestDown;
+    greatestUp.fill(kNothing);
+    greatestDown.fill(kNothing);
+    for (size_t lane = 0; lane < kCount; ++lane) sums[lane] = (range + i - 1)[lane];
     for (int64_t n = 2; n <= period; ++n) {
-      sum += range[i - n];
       const auto count = static_cast<double>(n);
-      const double average = sum / count;
-      if (average == 0.0) continue;
-      const double walk = average * std::sqrt(count);
-      const double up = (high[i] - low[i - n + 1]) / walk;
-      const double down = (high[i - n + 1] - low[i]) / walk;
-      hiOut[i] = any ? std::max(hiOut[i], up) : up;
-      loOut[i] = any ? std::max(loOut[i], down) : down;
-      any = true;
+      const double root = std::sqrt(count);
+      const double* added = range + i - n;
+      const double* highNow = high + i;
+      const double* lowNow = low + i;
+      const double* highThen = high + i - n + 1;
+      const double* lowThen = low + i - n + 1;
+      for (size_t lane = 0; lane < kCount; ++lane) {
+        sums[lane] += added[lane];
+        const double average = sums[lane] / count;
+        // A NaN is greater than nothing, so that a term without range is skipped.
+        const double walk = (average == 0.0 ? kNaN : average) * root;
+        const double up = (highNow[lane] - lowThen[lane]) / walk;
+        const double down = (highThen[lane] - lowNow[lane]) / walk;
+        greatestUp[lane] = up > greatestUp[lane] ? up : greatestUp[lane];
+        greatestDown[lane] = down > greatestDown[lane] ? down : greatestDown[lane];
+      }
     }
-  }
+    for (size_t lane = 0; lane < kCount; ++lane) {
+      (hiOut + i)[lane] = greatestUp[lane] == kNothing ? 0.0 : greatestUp[lane];
+      (loOut + i)[lane] = greatestDown[lane] == kNothing ? 0.0 : greatestDown[lane];
+    }
+  });
 }
 
 // The straight line from element a to element b, both included.
