@@ -42,8 +42,9 @@ int64_t readExponent(const char*& at, const char* end) {
   if (p != end && (*p == '-' || *p == '+')) ++p;
   if (p == end || !isDigit(*p)) return 0;
   int64_t value = 0;
-  for (; p != end && isDigit(*p); ++p)
+  for (; p != end && isDigit(*p); ++p) {
     value = std::min(value * 10 + digitValue(*p), kExponentBound);
+  }
   at = p;
   return negative ? -value : value;
 }

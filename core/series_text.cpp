@@ -117,7 +117,12 @@ void printElement(std::FILE* file, const Piece& piece, double value) {
   }
 }
 
-void printRow(std::FILE* file, std::string_view format, int32_t k, std::va_list& series) {
+// The series that follow a format, taken one after the other.
+struct Arguments {
+  std::va_list list;
+};
+
+void printRow(std::FILE* file, std::string_view format, int32_t k, Arguments* arguments) {
   Piece piece;
   while (takePiece(&format, &piece)) {
     if (piece.letter == 0) {
@@ -125,7 +130,7 @@ void printRow(std::FILE* file, std::string_view format, int32_t k, std::va_list&
     } else if (piece.letter == 'r') {
       printInteger(file, parseConversion(piece.text), k);
     } else {
-      const qxArray* array = va_arg(series, const qxArray*);
+      const qxArray* array = va_arg(arguments->list, const qxArray*);
       if (k < heldSize(*array)) printElement(file, piece, array->data[k]);
     }
   }
@@ -140,12 +145,12 @@ void printHeader(std::FILE* file, std::string_view header) {
 }
 
 // The greatest size among the series that a format takes, or -1 when one of them is null.
-int32_t greatestSize(std::string_view format, std::va_list& series) {
+int32_t greatestSize(std::string_view format, Arguments* arguments) {
   int32_t greatest = 0;
   Piece piece;
   while (takePiece(&format, &piece)) {
     if (!takesSeries(piece)) continue;
-    const qxArray* array = va_arg(series, const qxArray*);
+    const qxArray* array = va_arg(arguments->list, const qxArray*);
     if (array == nullptr) return -1;
     greatest = std::max(greatest, heldSize(*array));
   }
@@ -170,19 +175,19 @@ int32_t qxTXT2Array(const char* fileName, qxArray* array, const char* delimiters
 int32_t qxArrayPrintf(const char* fileName, int32_t append, int32_t start, int32_t end,
                       const char* header, const char* format, ...) {
   if (fileName == nullptr || format == nullptr) return QX_ERR_INVALID_PARM;
-  std::va_list series;
-  va_start(series, format);
-  const int32_t greatest = qx::greatestSize(format, series);
-  va_end(series);
+  qx::Arguments arguments;
+  va_start(arguments.list, format);
+  const int32_t greatest = qx::greatestSize(format, &arguments);
+  va_end(arguments.list);
   if (greatest < 0) return QX_ERR_INVALID_PARM;
   std::FILE* file = qx::openFile(fileName, append != 0 ? "at" : "wt");
   if (file == nullptr) return QX_ERR_FILE_OPEN;
   if (header != nullptr) qx::printHeader(file, header);
   const int32_t last = std::min(end, greatest - 1);
   for (int32_t k = std::max(start, 0); k <= last; ++k) {
-    va_start(series, format);
-    qx::printRow(file, format, k, series);
-    va_end(series);
+    va_start(arguments.list, format);
+    qx::printRow(file, format, k, &arguments);
+    va_end(arguments.list);
   }
   std::fclose(file);
   return QX_SUCCESS;

@@ -157,7 +157,7 @@ int32_t readColumn(LineReader* reader, qxArray* array, const Delimiters& delimit
     const int32_t status = qxAllocArray(array, count);
     if (status != QX_SUCCESS) return status;
   }
-  count = std::min(count, array->datasize);
+  count = std::max(std::min(count, array->datasize), 0);
   if (start < 0) start = std::max(found.records - count, 0);
 
   seekRecord(reader, found.startPosition, skip, start);

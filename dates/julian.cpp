@@ -1,4 +1,5 @@
 // The older, compact date interface: 16-bit parts, and layout codes in place of pictures.
+#include <algorithm>
 #include <cstring>
 
 #include "core/memory.h"
@@ -49,8 +50,7 @@ int32_t formatUnder(double date, const char* layout, const char* separator, char
       *end++ = *at;
       continue;
     }
-    std::memcpy(end, separator, length);
-    end += length;
+    end = std::copy_n(separator, length, end);
   }
   const int32_t written = qxFormatDate(date, picture, output);
   release(picture);
