@@ -14,7 +14,7 @@ namespace qx {
 bool inPolygon(std::span<const Point> corners, Point point);
 
 // Inside the ellipse of a box. Like the elliptic regions of graphics interfaces it leaves out the
-// box's last column and row, and holds the pixels whose centres lie in the ellipse.
+// box's last column and row, and holds the very pixels that they hold.
 bool inEllipse(const qxRect& box, Point point);
 
 double distanceToSegment(Point from, Point to, Point point);

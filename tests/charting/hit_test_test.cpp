@@ -221,8 +221,8 @@ TEST(HitTest, ShapesAreHitOnTheirOutline) {
   // An elliptic region leaves out the last column and row of its box: 6 x 6 pixels less 2 x 2.
   shape(QX_SHAPE_ELLIPSE, 2, 44, 3, 50);
   EXPECT_EQ(map(p, {24, 38, 33, 47}, QX_HIT_SHAPE),
-            (Map{".........", "..####...", ".######..", ".##..##..", ".##..##..", ".######..",
-                 "..####...", ".........", "........."}));
+            (Map{".........", "...##....", "..####...", ".##..##..", ".##..##..", "..####...",
+                 "...##....", ".........", "........."}));
   shape(QX_SHAPE_RECTANGLE, 2, 44, 2.3, 46);  // nothing is left inside
   EXPECT_EQ(map(p, {25, 43, 28, 46}, QX_HIT_SHAPE), (Map{"###", "###", "###"}));
   // Segments: two columns where vertical, else two rows; the far end reaches one row further.
