@@ -117,6 +117,12 @@ bool multipleFrom(double value, double step, double* multiple) {
   return true;
 }
 
+// The upper end is computed, so that a mark on it may lie a hair beyond.
+bool isWithin(const ValueGrid& grid, double value) {
+  const double distance = grid.decadeMarks > 0 ? value : grid.step;
+  return value <= grid.high + 1e-9 * distance;
+}
+
 }  // namespace
 
 double gridStep(double raw) {
@@ -170,7 +176,7 @@ bool firstMark(const ValueGrid& grid, double* value) {
   } else if (!multipleFrom(grid.low, grid.step, value)) {
     return false;
   }
-  return *value <= grid.high;
+  return isWithin(grid, *value);
 }
 
 bool nextMark(const ValueGrid& grid, double* value) {
@@ -178,7 +184,7 @@ bool nextMark(const ValueGrid& grid, double* value) {
   *value = grid.decadeMarks > 0 ? decadeMark(grid, before, false)
                                 : (std::round(before / grid.step) + 1.0) * grid.step;
   // Also ends the walk where a step no longer changes the value.
-  return *value > before && *value <= grid.high;
+  return *value > before && isWithin(grid, *value);
 }
 
 void formatMark(const ValueGrid& grid, double value, char (&label)[kLabelSize]) {

@@ -1,10 +1,14 @@
 // Reads daily prices, trades the crossing of two moving averages bar by bar and prints what came of
 // it.
 //
+// The chart of it all goes to chart.svg, on Windows also to chart.bmp.
+//
 //   quorvex_demo FOLDER FILE
 #include <cstdio>
 
+#include "chart_bitmap.h"
 #include "crossing_strategy.h"
+#include "price_chart.h"
 
 namespace {
 
@@ -29,6 +33,26 @@ void printAverages(const qxBars& bars, const Averages& averages,
   std::printf("%d bars: %.2f, %d bars: %.2f at the last close\n",
               static_cast<int>(parameters.fastPeriod), averages.fast.data[last],
               static_cast<int>(parameters.slowPeriod), averages.slow.data[last]);
+}
+
+// Draws the last bars with averages, trades, volume and relative strength. False when it cannot be
+// written.
+bool drawChart(const qxBars& bars, const Averages& averages, const CrossingParameters& parameters,
+               const qxOrderSystem& system) {
+  const char* const picture = "chart.svg";
+  PriceChart chart = {};
+  int32_t status = buildPriceChart(&chart, bars, averages, parameters, system);
+  if (status == QX_SUCCESS) status = qxGraphPaintSVG(&chart.graph, picture);
+  if (status == QX_SUCCESS) {
+    std::printf("The chart is in %s\n", picture);
+    writeChartBitmap(&chart.graph, "chart.bmp");
+  } else {
+    char text[32];
+    qxErrDesc(status, text);
+    std::fprintf(stderr, "Cannot draw %s: %s\n", picture, text);
+  }
+  freePriceChart(&chart);
+  return status == QX_SUCCESS;
 }
 
 }  // namespace
@@ -68,8 +92,11 @@ int main(int argc, char** argv) {
   heading("Orders for the next bar");
   qxPrintOrders(&system, kScreen, 0);
 
+  heading("Chart");
+  const bool drawn = drawChart(bars, averages, parameters, system);
+
   qxOrderSystemClose(&system);
   freeAverages(&averages);
   qxFreeBars(&bars);
-  return 0;
+  return drawn ? 0 : 1;
 }
