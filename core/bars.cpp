@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "core/indicator_frame.h"
+#include "core/memory.h"
 #include "core/numeric.h"
 #include "core/series.h"
 
@@ -32,9 +33,14 @@ int32_t qxReAllocBars(qxBars* bars, int32_t size) {
   if (bars == nullptr || size < 0) return QX_ERR_INVALID_PARM;
   if (bars->date.data == nullptr) return qxAllocBars(bars, size);
   if (size <= bars->datasize) return qxReSizeBars(bars, size);
-  // Kept: no roll-back. Series grown before a failure stay grown; the set keeps its counts.
+  // Kept: no roll-back. Series grown before a failure stay grown; the set keeps its counts. A later
+  // call brings them to the common size, also down.
   for (qxArray* series : qx::seriesOf(*bars)) {
-    if (qxReAllocArray(series, size) != QX_SUCCESS) return QX_ERR_MALLOC;
+    void* grown = qx::reallocate(series->data, static_cast<uint64_t>(size), sizeof(double));
+    if (grown == nullptr) return QX_ERR_MALLOC;
+    series->data = static_cast<double*>(grown);
+    series->size = size;
+    series->datasize = size;
   }
   bars->barsize = size;
   bars->datasize = size;
