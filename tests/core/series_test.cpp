@@ -129,6 +129,26 @@ TEST(Bars, CopyTakesInfoAndSeries) {
   EXPECT_EQ(small->close.data[0], 51.0);
 }
 
+TEST(Bars, InfoIsCopiedWithoutSeriesAndSizes) {
+  BarSet source(qxtest::workedBars());
+  source->reccnt = 40;
+  source->frequency = QX_FREQ_WEEKLY;
+  source->deliverydate = 41000.0;
+  std::memset(source->cusip, 'C', sizeof source->cusip);  // no terminator: fields are copied whole
+  BarSet target({{1, 2, 3, 4, 5, 6, 7}});
+  qxCopyBarInfo(source, target);
+  EXPECT_EQ(target->reccnt, 40);
+  EXPECT_EQ(target->frequency, QX_FREQ_WEEKLY);
+  EXPECT_EQ(target->deliverydate, 41000.0);
+  EXPECT_EQ(std::memcmp(target->cusip, source->cusip, sizeof source->cusip), 0);
+  EXPECT_EQ(target->barsize, 1);
+  EXPECT_EQ(target->datasize, 1);
+  EXPECT_EQ(target->openint.data[0], 7.0);
+  qxCopyBarInfo(nullptr, target);
+  qxCopyBarInfo(source, nullptr);
+  EXPECT_EQ(target->reccnt, 40);
+}
+
 TEST(Bars, FindDateGivesTheFirstAtOrAfter) {
   BarSet bars(qxtest::workedBars());
   EXPECT_EQ(qxFindDate(bars, 0.0), 0);
