@@ -41,7 +41,7 @@ double advancingPercent(double advances, double declines) {
 
 void cumulativeDifference(const double* a, const double* b, int64_t s, int64_t length,
                           double* out) {
-  double sum = 0.0;
+  double sum = -0.0;  // leaves the first difference as it is, a negative zero too
   for (int64_t i = s; i < length; ++i) {
     sum += a[i] - b[i];
     out[i] = sum;

@@ -11,11 +11,15 @@
 
 namespace {
 
+// Adds nothing to any number, not even to a zero of either sign. A sum that begins with it has its
+// first term as first value.
+constexpr double kNothing = -0.0;
+
 // `amount` with the sign of the close's change: plus on an up bar, minus on a down bar. Otherwise
-// -0.0, which adds nothing to any number, not even to a zero of either sign.
+// kNothing.
 double signedAmount(const double* close, const double* amount, int64_t i) {
   if (close[i] > close[i - 1]) return amount[i];
-  return close[i - 1] > close[i] ? -amount[i] : -0.0;
+  return close[i - 1] > close[i] ? -amount[i] : kNothing;
 }
 
 // The sum of the signed amounts of the bars from + 1 .. to, added to `balance` in that order.
@@ -190,7 +194,7 @@ int32_t qxAccumDist(const qxBars* bars, qxArray* out, int32_t start) {
   if (length < 1) return length;
   const int64_t s = qx::startIndex(start);
   const Accumulation held = accumulationOf(*bars, length);
-  double line = 0.0;
+  double line = kNothing;
   for (int64_t i = s; i < held.length; ++i) {
     line += moneyFlow(held, i, s);
     out->data[i] = line;
@@ -202,7 +206,7 @@ int32_t qxAccumulate(const qxArray* in, qxArray* out, int32_t start) {
   const int32_t length = qxCheckArgs({}, {in}, {out});
   if (length < 1) return length;
   const int64_t s = qx::startIndex(start, {in});
-  double sum = 0.0;
+  double sum = kNothing;
   for (int64_t i = s; i < length; ++i) {
     sum += in->data[i];
     out->data[i] = sum;
@@ -237,7 +241,7 @@ int32_t qxChaikinOscillator(const qxBars* bars, qxArray* out, int32_t period1, i
   const Accumulation held = accumulationOf(*bars, length);
   const qx::Smoothing smoothing1 = qx::smoothingOf(period1);
   const qx::Smoothing smoothing2 = qx::smoothingOf(period2);
-  double line = 0.0, average1 = 0.0, average2 = 0.0;
+  double line = kNothing, average1 = 0.0, average2 = 0.0;
   for (int64_t i = s; i < held.length; ++i) {
     line += moneyFlow(held, i, s);
     average1 = i == s ? line : qx::smooth(smoothing1, line, average1);

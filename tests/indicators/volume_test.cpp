@@ -197,6 +197,19 @@ TEST(Volume, AccumulateUsesTheStartIndexRule) {
   EXPECT_EQ(qxAccumulate(in, in, 0), QX_ERR_INVALID_PARM);
 }
 
+TEST(Volume, SumsBeginWithTheirFirstTerm) {
+  // A close at the low on no volume flows -0.0, which the line starts with, bit for bit.
+  BarSet bars({{0, 9, 9, 8, 8, 0, 0}, {0, 9, 9, 8, 9, 3, 0}});
+  Series in({-0.0, 2}), none({0.0, 0}), out;
+  qxAccumDist(bars, out, 0);
+  EXPECT_TRUE(std::signbit(out[0]));
+  EXPECT_EQ(out[1], 3.0);
+  qxAccumulate(in, out, 0);
+  EXPECT_TRUE(std::signbit(out[0]));
+  qxCVI(in, none, out, 0);
+  EXPECT_TRUE(std::signbit(out[0]));
+}
+
 TEST(Volume, FacilitationAveragesToTheEndOfTheBars) {
   BarSet bars({{0, 0, 3, 1, 2, 10, 0}, {0, 0, 3, 1, 2, 0, 0}, {0, 0, 3, 1, 2, 30, 0}});
   Series whole, cut{0};
