@@ -79,6 +79,28 @@ uint32_t labelsInView(const DateWalk& walk, uint32_t wanted) {
   return months > 0 ? kNewMonth : kNewYear;
 }
 
+// The row of labels while it is written: the last label and where it ends.
+struct LabelRow {
+  int32_t x, top;
+  int64_t end;
+  char text[kDateLabelSize];
+};
+
+void addLabel(Planner* planner, const LabelRow& row) {
+  const qxGraph& graph = *planner->graph;
+  addText(planner->list, planner->axisFont.font, graph.axiscolour, {row.x, row.top},
+          TextAlign::kLeft, graph.datearea, row.text);
+}
+
+// Clears the last label's place and writes it again, since a new day's separator runs through it.
+void restoreLabel(Planner* planner, const LabelRow& row) {
+  const qxGraph& graph = *planner->graph;
+  const qxRect place = {row.x, row.top, saturateToInt32(row.end),
+                        row.top + planner->axisFont.lineHeight};
+  addFill(planner->list, intersection(place, graph.datearea), solidBrush(graph.background));
+  addLabel(planner, row);
+}
+
 }  // namespace
 
 void planDateAxis(Planner* planner) {
@@ -100,7 +122,9 @@ void planDateAxis(Planner* planner) {
   const Pen axisPen = solidPen(graph.axiscolour);
   const Pen gridPen = {graph.gridstyle, graph.gridwidth, graph.gridcolour};
   const int32_t tick = std::clamp(graph.ticklength, 0, kMostTick);
-  int64_t labelEnd = INT64_MIN / 2;
+  LabelRow row = {};
+  row.end = INT64_MIN / 2;
+  row.top = strip.top + tick;
   if (shown) addLine(planner->list, axisPen, {plot.left, strip.top}, {plot.right - 1, strip.top});
   forEachBar(walk, [&](int64_t bar, const BarDate& date, uint32_t mask) {
     int32_t x = markX(walk, bar);
@@ -114,14 +138,14 @@ void planDateAxis(Planner* planner) {
     if (!labelled) return;
     if (marking.level == 1 && (mask & kNewDay) != 0) {
       addLine(planner->list, axisPen, {x, strip.top}, {x, strip.bottom - 1});
+      if (x < row.end) restoreLabel(planner, row);
       ++x;
     }
-    if ((mask & labels) == 0 || x <= labelEnd + kLabelDistance) return;
-    char label[kDateLabelSize];
-    formatDateLabel(date, mask, marking.level, label);
-    addText(planner->list, planner->axisFont.font, graph.axiscolour, {x + 1, strip.top + tick},
-            TextAlign::kLeft, strip, label);
-    labelEnd = int64_t{x} + textWidth(*planner, planner->axisFont, label);
+    if ((mask & labels) == 0 || x <= row.end + kLabelDistance) return;
+    formatDateLabel(date, mask, marking.level, row.text);
+    row.x = x + 1;
+    row.end = int64_t{x} + textWidth(*planner, planner->axisFont, row.text);
+    addLabel(planner, row);
   });
 }
 

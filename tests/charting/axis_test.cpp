@@ -267,4 +267,13 @@ TEST(DateAxis, ANewDayHasItsSeparator) {
   }
 }
 
+TEST(DateAxis, ASeparatorDoesNotStrikeOutALabel) {
+  // The bar at x 19 begins a new day within the first label, which ends at x 78.
+  DatedGraph graph({at(2024, 1, 2, 23, 50), at(2024, 1, 2, 23, 55), at(2024, 1, 3, 0, 0)}, 1, 7);
+  const auto lines = graph.plan();
+  const auto separator = std::find(lines.begin(), lines.end(), "line 19,181 19,197 pen 0/1/0000A0");
+  ASSERT_GE(lines.end() - separator, 3);
+  EXPECT_EQ(*(separator + 2), "text 7,187 'Jan 2 11:50 '");
+}
+
 }  // namespace
