@@ -15,8 +15,8 @@ int main(void) {
   if (qxAllocArray(&prices, 5) != QX_SUCCESS) return 1;
   for (i = 0; i < prices.size; ++i) qxSetArrayItem(&prices, i, i + 1.0);
   if (qxSimpleMA(&prices, &average, 3, 0) != QX_SUCCESS) return 1;
-  good = average.firstvalid == 2 && qxGetArrayItem(&average, 4) == 4.0 &&
-         sizeof(qxBars) == 548 && sizeof(qxOrderSystem) == 1364;
+  good = average.firstvalid == 2 && qxGetArrayItem(&average, 4) == 4.0 && sizeof(qxBars) == 548 &&
+         sizeof(qxOrderSystem) == 1364;
   qxFreeArray(&average);
   qxFreeArray(&prices);
   puts(good ? "client: good" : "client: wrong");
