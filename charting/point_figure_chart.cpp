@@ -56,12 +56,14 @@ int32_t qxPNFchart(const qxBars* columns, double box, const char* fileName, int3
 
   qx::Output output = {qx::openFile(fileName, append == 0 ? "wt" : "at"), false};
   if (output.file == nullptr) return QX_ERR_FILE_OPEN;
-  for (double level = levels.top; level >= levels.bottom; level -= box) {
+  double level = levels.top;
+  while (level >= levels.bottom) {
     std::fprintf(output.file, "\n%5" PRId64 ".%03" PRId32 " ", qx::truncateToInt64(level),
                  qxDecimals(level, 3));
     for (int32_t i = 0; i < count; ++i) {
       std::fputc(markAt(*columns, i, level, levels.tolerance), output.file);
     }
+    level -= box;
   }
   return qx::closeOutput(&output);
 }

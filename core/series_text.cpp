@@ -8,6 +8,7 @@
 #include "core/line_reader.h"
 #include "core/number_conversion.h"
 #include "core/numeric.h"
+#include "core/output.h"
 #include "core/text_fields.h"
 #include "platform/platform.h"
 #include "quorvex.h"
@@ -21,6 +22,7 @@ int32_t readColumn(LineReader* reader, qxArray* array, const Delimiters& delimit
   int64_t lines = 0;
   dropLines(reader, skipLines);
   while (readLine(reader, &line)) lines += line.blank ? 0 : 1;
+  if (reader->status != QX_SUCCESS) return reader->status;
   const int32_t status = qxAllocArray(array, saturateToInt32(lines));
   if (status != QX_SUCCESS) return status;
 
@@ -32,7 +34,7 @@ int32_t readColumn(LineReader* reader, qxArray* array, const Delimiters& delimit
     const bool found = findField(delimiters, line.text, column, &field);
     array->data[i++] = found ? decimalFromText(field) : 0.0;
   }
-  return QX_SUCCESS;
+  return reader->status;
 }
 
 // A stretch of a format: literal text, or a conversion without its percent sign, of which `letter`
@@ -180,15 +182,15 @@ int32_t qxArrayPrintf(const char* fileName, int32_t append, int32_t start, int32
   const int32_t greatest = qx::greatestSize(format, &arguments);
   va_end(arguments.list);
   if (greatest < 0) return QX_ERR_INVALID_PARM;
-  std::FILE* file = qx::openFile(fileName, append != 0 ? "at" : "wt");
-  if (file == nullptr) return QX_ERR_FILE_OPEN;
-  if (header != nullptr) qx::printHeader(file, header);
+  // Kept: the name is used as it stands, "STDOUT" is a file.
+  qx::Output output = {qx::openFile(fileName, append != 0 ? "at" : "wt"), false};
+  if (output.file == nullptr) return QX_ERR_FILE_OPEN;
+  if (header != nullptr) qx::printHeader(output.file, header);
   const int32_t last = std::min(end, greatest - 1);
   for (int32_t k = std::max(start, 0); k <= last; ++k) {
     va_start(arguments.list, format);
-    qx::printRow(file, format, k, &arguments);
+    qx::printRow(output.file, format, k, &arguments);
     va_end(arguments.list);
   }
-  std::fclose(file);
-  return QX_SUCCESS;
+  return qx::closeOutput(&output);
 }

@@ -23,7 +23,8 @@ double qxBondPricing(const qxBond* bond, double yield, double date) {
   const double step = 1.0 / bond->payments;
   const double y = 1 + yield / 100;
   // Whole years, a half year or more counting as one.
-  const auto term = static_cast<double>((int64_t{daysToMaturity(*bond, date)} + 182) / 365);
+  const int64_t years = (int64_t{daysToMaturity(*bond, date)} + 182) / 365;
+  const auto term = static_cast<double>(years);
 
   double value = 0.0;
   double t = step;

@@ -713,7 +713,8 @@ QX_API int32_t qxGroupBarsTime(qxBars* source, qxBars* destination, int32_t seco
  * is not released first). The first `skipLines` lines are passed over, and so are empty ones; every
  * other line gives an element: its field number `column`, from 1, fields being separated by runs of
  * `delimiters`, or 0.0 where the field is missing or no number. Lines are read 254 characters at
- * most. `fileName` is used as it is. QX_ERR_FILE_OPEN, QX_ERR_MALLOC. */
+ * most. `fileName` is used as it is. QX_ERR_FILE_OPEN, QX_ERR_MALLOC, and QX_ERR_FILE_READ when
+ * reading fails. */
 QX_API int32_t qxTXT2Array(const char* fileName, qxArray* array, const char* delimiters,
                            int32_t skipLines, int32_t column);
 
@@ -737,7 +738,8 @@ QX_API int32_t qxTXT2Array(const char* fileName, qxArray* array, const char* del
  *     %HMi     its time with seconds, 14:30:00; %HMSi without them, 14:30; %HM-i and %HMS-i without
  *              colons
  *
- * QX_ERR_FILE_OPEN when the file cannot be opened; QX_ERR_INVALID_PARM for a null series. */
+ * QX_ERR_FILE_OPEN when the file cannot be opened; QX_ERR_FILE_WRITE when what was printed is lost;
+ * QX_ERR_INVALID_PARM for a null series. */
 QX_API int32_t qxArrayPrintf(const char* fileName, int32_t append, int32_t start, int32_t end,
                              const char* header, const char* format, ...);
 
