@@ -9,12 +9,13 @@
 namespace qx {
 namespace {
 
-constexpr int64_t kDaysPerWeek = 7;
+constexpr uint64_t kDaysPerWeek = 7;
 
 bool startsWeek(const CalendarDay& before, const CalendarDay& now) {
   if (now.weekday < before.weekday) return true;
-  const int64_t earlier = std::min(now.day, before.day);
-  return std::max(now.day, before.day) >= earlier + kDaysPerWeek;
+  // Whole days may be as far apart as 64 bits go: their distance fits an unsigned number only.
+  const auto [earlier, later] = std::minmax(now.day, before.day);
+  return static_cast<uint64_t>(later) - static_cast<uint64_t>(earlier) >= kDaysPerWeek;
 }
 
 bool startsQuarter(const CalendarDay& before, const CalendarDay& now) {

@@ -132,6 +132,8 @@ TEST(GroupArray, SumsWithinCalendarPeriods) {
       {QX_FREQ_WEEKLY, "two Wednesdays", {monday + 2, monday + 9}, {1, 2}},
       {QX_FREQ_WEEKLY, "Wednesday, then Friday a week later", {monday + 2, monday + 11}, {1, 2}},
       {QX_FREQ_WEEKLY, "Monday, then Sunday of that week", {monday, monday + 6}, {3}},
+      {QX_FREQ_WEEKLY, "the same day beyond any calendar", {1e300, 1e300}, {3}},
+      {QX_FREQ_WEEKLY, "as far apart as can be", {-1e300, 1e300}, {1, 2}},
       {QX_FREQ_MONTHLY, "one month of two years", {day(2005, 3, 1), day(2006, 3, 1)}, {1, 2}},
       {QX_FREQ_MONTHLY,
        "the ends of a month",
