@@ -2896,15 +2896,18 @@ QX_API int32_t qxGraphGetXYpos(const qxGraph* graph, int32_t subwin, int32_t cha
                                double value, int32_t* x, int32_t* y);
 
 /** What lies under a point of a painted graph. Shapes are in front, then the charts from the last
- * to the first, then the lines; each is hit where it is drawn.
+ * to the first, then the lines. Charts are hit where they are drawn, within one pixel; lines on
+ * their row and the one above; segments two rows thick (two columns where vertical), reaching one
+ * row further at their far end; rectangles and ellipses on their two outermost pixels.
  * @param deviceContext  the device of the painting, whose dots per inch size the trade arrows; may
  *                       be null: 96 dots
  * @param x,y            device units
  * @param result         the answer: kind, pane, element; in the bar area and the date strip also
- * the bar position of the point, firstshown + (x - left - 1) / width (less 1 at bar width 1), and
- * the x of that bar's line. In the value-axis strip and between the strips these are those of the
- * first shown bar; in header and footer and outside the drawing area they are 0 Always returns 0,
- * except QX_ERR_INVALID_PARM for null records. */
+ *                       the bar position of the point, firstshown + (x - left - 1) / width (less 1
+ *                       at bar width 1), and the x of that bar's line. In the value-axis strip and
+ *                       between the strips these are those of the first shown bar; in header and
+ *                       footer and outside the drawing area they are 0.
+ * Always returns 0, except QX_ERR_INVALID_PARM for null records. */
 QX_API int32_t qxGraphGetXYinfo(const qxGraph* graph, void* deviceContext, int32_t x, int32_t y,
                                 qxGraphInfo* result);
 
