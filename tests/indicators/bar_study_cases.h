@@ -3,9 +3,9 @@
 #ifndef QUORVEX_TESTS_INDICATORS_BAR_STUDY_CASES_H
 #define QUORVEX_TESTS_INDICATORS_BAR_STUDY_CASES_H
 
-#include <cmath>
 #include <vector>
 
+#include "tests/support/real_bars.h"
 #include "tests/support/test_support.h"
 
 namespace qxtest {
@@ -27,32 +27,16 @@ inline const std::vector<Bar>& awkwardBars() {
   return bars;
 }
 
-// Runs the cases over real daily and intraday bars, one file of which has no volume at all.
+// Runs the cases over real daily and intraday bars.
 template <size_t N>
 void checkFiniteOnRealBars(const BarStudyCase (&cases)[N]) {
-  if (testDataPath("").empty()) GTEST_SKIP() << "QX_TEST_DATA is unset";
-  const struct {
-    const char* file;
-    qxTXTinfo layout;
-  } files[] = {
-      {"orcl-daily-1995-2014.txt", {1, 0, 2, 3, 4, 5, 7, 0, QX_ORDER_YMD, 1, ","}},
-      {"fesx-daily-oi-2006.txt", {1, 0, 2, 3, 4, 5, 6, 7, QX_ORDER_YMD, 1, ","}},
-      {"fesx-1min-2006-01-extract.txt", {1, 2, 3, 4, 5, 6, 7, 8, QX_ORDER_YMD, 1, ","}},
-      {"estx50-5min-2006-01.txt", {1, 2, 3, 4, 5, 6, 7, 8, QX_ORDER_YMD, 1, ","}},
-  };
-  for (const auto& f : files) {
-    BarSet bars;
-    ASSERT_EQ(qxTXTread(bars, testDataPath("text").c_str(), f.file, &f.layout, 0, -1), QX_SUCCESS);
-    ASSERT_GT(bars->barsize, 250);
+  withRealBars([&](BarSet& bars) {
     Series out;
     for (const BarStudyCase& c : cases) {
       EXPECT_EQ(c.study(bars, out, 0), QX_SUCCESS);
-      for (const double value : out.values()) {
-        ASSERT_TRUE(std::isfinite(value)) << c.name << " on " << f.file;
-      }
+      expectFinite(out, c.name);
     }
-  }
-  qxSetMaxFirstValid(0);
+  });
 }
 
 inline void checkStudy(const BarStudyCase& c) {

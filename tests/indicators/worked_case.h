@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/real_bars.h"
 #include "tests/support/test_support.h"
 
 namespace qxtest {
@@ -184,33 +185,16 @@ inline void checkCase(const WorkedCase& c) {
   checkHostileNumbers(c);
 }
 
-// Real daily and one-minute bars give finite values throughout.
+// Real daily and intraday bars give finite values throughout.
 template <size_t N>
 void checkRealPrices(const WorkedCase (&cases)[N]) {
-  const std::string folder = testDataPath("text");
-  if (folder.empty()) GTEST_SKIP() << "QX_TEST_DATA is not set";
-  const struct {
-    const char* name;
-    qxTXTinfo layout;
-  } files[] = {
-      {"orcl-daily-1995-2014.txt", {1, 0, 2, 3, 4, 5, 7, 0, QX_ORDER_YMD, 1, ","}},
-      {"fesx-1min-2006-01-extract.txt", {1, 2, 3, 4, 5, 6, 7, 8, QX_ORDER_YMD, 1, ","}},
-  };
-  for (const auto& file : files) {
-    BarSet bars;
-    ASSERT_EQ(qxTXTread(bars, folder.c_str(), file.name, &file.layout, 0, -1), QX_SUCCESS);
-    ASSERT_GT(bars->barsize, 3000);
+  withRealBars([&](BarSet& bars) {
     for (const WorkedCase& c : cases) {
-      SCOPED_TRACE(c.name);
       Series outputs[5];
-      ASSERT_EQ(c.call({bars, &bars->close, &bars->open}, outputs, c.numbers, 0), QX_SUCCESS);
-      for (const Series& o : outputs) {
-        int32_t infinite = 0;
-        for (int32_t i = 0; i < o.record.size; ++i) infinite += std::isfinite(o[i]) ? 0 : 1;
-        EXPECT_EQ(infinite, 0) << file.name;
-      }
+      EXPECT_EQ(c.call({bars, &bars->close, &bars->open}, outputs, c.numbers, 0), QX_SUCCESS);
+      for (const Series& o : outputs) expectFinite(o, c.name);
     }
-  }
+  });
 }
 
 }  // namespace qxtest

@@ -2,6 +2,7 @@
 #include <set>
 #include <sstream>
 
+#include "tests/support/real_bars.h"
 #include "tests/support/test_support.h"
 
 namespace {
@@ -279,6 +280,24 @@ TEST(Candlesticks, FillFindsEveryTestByNameInAnyCase) {
     }
   }
   EXPECT_EQ(names.size(), 61u);
+}
+
+TEST(Candlesticks, RealBarsHoldPatterns) {
+  std::set<std::string> seen;
+  qxtest::withRealBars([&](BarSet& bars) {
+    Candles candles(bars);
+    Series out;
+    for (const Case& c : kCases) {
+      const int32_t found = qxCandleFill(bars, candles, out, c.name, 0, INT32_MAX);
+      int32_t counted = 0;
+      for (int32_t i = 0; i < bars->barsize; ++i) counted += c.test(bars, candles, i);
+      EXPECT_EQ(found, counted) << c.name;
+      if (found > 0) seen.insert(c.name);
+    }
+  });
+  if (!qxtest::testDataPath("").empty()) {
+    EXPECT_GT(seen.size(), 45u);
+  }
 }
 
 TEST(Candlesticks, FillRefusesUnknownNamesBeforeItTouchesTheOutput) {
