@@ -1195,10 +1195,13 @@ QX_API int32_t qxRSquared(const qxArray* in, qxArray* out, int32_t period, int32
 /* In the formulas of this section s is the start index raised to the first valid index of every
  * input series, L the number of elements computed (the smallest size among inputs and outputs),
  * and an output element that no formula writes is 0.0. Functions over bars use the start index as
- * it is: no series of the bar set raises it. An output that is an input's block is refused, a
- * first valid index beyond the data is no error, and a period (`period`, or what its argument
- * says) is a number of bars. A window of fewer than 1 bar gives QX_ERR_INVALID_PARM before
- * anything is written; so does a negative lag. */
+ * it is; only the series functions that they call on one series of the bar set (qxRVIoriginal on
+ * the highs, for instance) raise it to that series' first valid index. An output that is an input's
+ * block is refused, a first valid index beyond the data is no error, and a period (`period`, or
+ * what its argument says) is a number of bars. A window of fewer than 1 bar gives
+ * QX_ERR_INVALID_PARM before anything is written; so does a negative lag, which is the period of
+ * qxMomentum, qxRateOfChange and qxDPO. The periods of averages, those within qxRMI and
+ * qxRVIoriginal included, are not checked: dividing by a period of 0 follows IEEE arithmetic. */
 
 /** Difference of two series: out[i] = a[i] - b[i] from s. First valid s. */
 QX_API int32_t qxOscillator(const qxArray* a, const qxArray* b, qxArray* out, int32_t start);
@@ -1615,7 +1618,8 @@ QX_API int32_t qxWellesVolatility(const qxBars* bars, qxArray* sicOut, qxArray* 
 
 /*
  * Bar-set functions of this family begin at the caller's `start` unchanged: no first valid index of
- * the input raises it. h, l, c, v and o below are high, low, close, volume and open interest of bar
+ * the input raises it, save that of the volume series in qxPVO and in the sum of the volumes of
+ * qxChaikinMoneyFlow. h, l, c, v and o below are high, low, close, volume and open interest of bar
  * i, a prime marks the bar before. A bar is up when c > c' and down when c' > c. Elements before
  * the first one computed are 0.0. Divisions without a stated guard follow IEEE arithmetic.
  */

@@ -127,6 +127,7 @@ int64_t detrend(const double* in, double* out, int64_t s, int64_t length, int32_
   const int64_t half = period / 2 + 1;
   double sum = 0.0;
   int64_t i = std::min(s, length);
+  // Kept: at least two elements are summed, even with a period of 1, which divides by 1.
   for (; i < s + std::max(period, 2) && i < length; ++i) sum += in[i];
   if (i < length && i - 1 - half >= 0) out[i - 1 - half] = in[i - 1 - half] - sum / period;
   for (; i < length; ++i) {

@@ -213,6 +213,7 @@ int32_t qxStdErrBands(const qxArray* in, qxArray* upper, qxArray* middle, qxArra
 
   const int64_t s = qx::startIndex(start, {in});
   qxArray line = qx::headOf(*middle, length);
+  // Kept: the middle begins as early as the input allows, whatever the start of the bands.
   qxLstSqrMA(in, &line, period, 0);
   qxStdErrMv(in, &errors[0], period, qx::saturateToInt32(s));
   const int64_t first = s + period - 1;
