@@ -100,7 +100,7 @@ void layOutRows(Planner* planner) {
   qxGraph* graph = planner->graph;
   const qxRect& area = graph->area;
   const StripHeights strips = stripHeights(*planner);
-  if (graph->titleheight == 0) {
+  if (graph->titleheight <= 0) {
     graph->titleheight = narrow(planner->titleFont.lineHeight + kTitlePadding);
   }
 

@@ -148,8 +148,9 @@ double gridStep(double raw) {
 ValueGrid makeGrid(const ValueScale& scale, int32_t spacing) {
   ValueGrid grid = {};
   if (scale.flat || scale.bottom <= scale.top || scale.perValue == 0.0) return grid;
+  const int64_t rows = int64_t{scale.bottom} - scale.top;
   const double rowsPerUnit = std::fabs(scale.perValue);
-  const double other = scale.low + (scale.bottom - scale.top - 1) / scale.perValue;
+  const double other = scale.low + static_cast<double>(rows - 1) / scale.perValue;
   grid.low = std::min(scale.low, other);
   grid.high = std::max(scale.low, other);
   double raw = spacing / rowsPerUnit;

@@ -311,7 +311,7 @@ TEST(Plan, BadInputGivesAnEmptyPictureOrAStatus) {
   }
   graph.firstshown = 0;
   graph.lastshown = 2;
-  for (const int32_t value : {least, -1, most}) {
+  for (const int32_t value : {least, -1, 0, most}) {
     graph.hgap = graph.vgap = graph.ticklength = graph.gridwidth = graph.gridstyle = value;
     graph.titleheight = small.pane(0).height = small.pane(0).axischart = value;
     small.pane(0).gridwidth = small.pane(0).titleshown = value;
