@@ -191,6 +191,7 @@ int32_t qxDEMA(const qxArray* in, qxArray* out, double period, int32_t start) {
   if (length < 1) return length;
   const int64_t s = qx::startIndex(start, {in});
   doubleExponentialAverage(in->data, out->data, length, s, qxPeriodToExp(period));
+  // Kept: the seed at s does not count as valid, here and in the triple average.
   return qx::markFirstValid(s + 1, {out});
 }
 

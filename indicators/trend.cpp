@@ -55,15 +55,19 @@ void parabolicStop(const qxBars& bars, double* sarOut, double* posOut, int64_t l
   const double* close = bars.close.data;
   bool isLong = close[s + 1] > close[s];
   double sar = isLong ? std::min(low[s], low[s + 1]) : std::max(high[s], high[s + 1]);
+  // Kept: the extreme starts as the stop itself, and the factor as accel even above maxAccel.
   double extreme = sar;
   double factor = accel;
   for (int64_t i = s + 2; i < length; ++i) {
-    const double highest = std::max(high[i], high[i - 1]);
-    const double lowest = std::min(low[i], low[i - 1]);
+    // A price that is NaN is passed over: each extreme begins with the value it limits.
+    const auto above = [=](double value) {
+      return std::max(std::max(value, high[i]), high[i - 1]);
+    };
+    const auto below = [=](double value) { return std::min(std::min(value, low[i]), low[i - 1]); };
     // Penetration is judged by the close, and a close on the stop reverses.
     const bool reverses = isLong ? sar >= close[i] : close[i] >= sar;
     if (reverses) {
-      sar = isLong ? std::max(extreme, highest) : std::min(extreme, lowest);
+      sar = isLong ? above(extreme) : below(extreme);
       // Kept: the extreme restarts on the side of the old position, so that the first bar of the
       // new trend usually raises the factor.
       extreme = isLong ? high[i] : low[i];
@@ -76,7 +80,7 @@ void parabolicStop(const qxBars& bars, double* sarOut, double* posOut, int64_t l
     sarOut[i] = sar;
     posOut[i] = isLong ? 1.0 : -1.0;
     sar = sar + (extreme - sar) * factor;
-    sar = isLong ? std::min(sar, lowest) : std::max(sar, highest);
+    sar = isLong ? below(sar) : above(sar);
   }
 }
 

@@ -264,6 +264,20 @@ TEST(Trend, SarReversesOnATieAndLimitsItsFactor) {
   EXPECT_TRUE(near(rising[3], 10 + 21 * 0.1)) << "the first step is already limited";
 }
 
+TEST(Trend, SarPassesOverAMissingPrice) {
+  // Short from bar 0. The high of bar 2 is missing; that of bar 1 still holds the next stop up.
+  const double none = std::nan("");
+  BarSet bars({{1, 30, 40, 29, 30, 0, 0},
+               {2, 20, 38, 19, 20, 0, 0},
+               {3, 10, none, 9, 10, 0, 0},
+               {4, 5, 6, 4, 5, 0, 0}});
+  Series stop, position;
+  EXPECT_EQ(qxSAR(bars, stop, position, 0.5, 0.5, 0), QX_SUCCESS);
+  EXPECT_EQ(stop[2], 40.0);
+  EXPECT_EQ(stop[3], 38.0) << "40 - 0.5 * 31 = 24.5 lies below the high of bar 1";
+  EXPECT_EQ(position[3], -1.0);
+}
+
 TEST(Trend, DynamicLookbackStaysWithinThreeAndThirty) {
   Values quiet(45, 50.0), burst(45);
   for (size_t i = 40; i < 45; ++i) quiet[i] = 50.0 + static_cast<double>(i - 39);
