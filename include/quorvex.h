@@ -2989,7 +2989,7 @@ QX_API int32_t qxBars2PNF(const qxBars* bars, qxBars* columns, qxArray* map, dou
 /** As qxBars2PNF, from highs and lows: a rising column follows the highs until a low is `reversal`
  * boxes below its high, a falling one the lows until a high is as far above its low. The first
  * direction is rising after a bar a box above the first high with a low above the first low, and
- * falling after the reverse. */
+ * falling after the reverse; a bar a box beyond both only moves the two bounds. */
 QX_API int32_t qxBars2PNFhilo(const qxBars* bars, qxBars* columns, qxArray* map, double box,
                               double reversal, int32_t start);
 
@@ -2999,8 +2999,9 @@ QX_API int32_t qxBars2PNFhilo(const qxBars* bars, qxBars* columns, qxArray* map,
  * @param columns   output of qxBars2PNF or qxBars2PNFhilo
  * @param box       size of a box, as for the columns
  * @param fileName  text file, written anew when `append` is 0 and otherwise extended
- * QX_ERR_FILE_OPEN when the file cannot be opened; QX_ERR_INVALID_PARM without columns, or for a
- * box that is not above 0 or too small to change a price of this size. */
+ * QX_ERR_FILE_OPEN when the file cannot be opened; QX_ERR_FILE_WRITE when its writing fails;
+ * QX_ERR_INVALID_PARM without columns, or for a box that is not above 0 or too small to change a
+ * price of this size. */
 QX_API int32_t qxPNFchart(const qxBars* columns, double box, const char* fileName, int32_t append);
 
 #ifdef __cplusplus

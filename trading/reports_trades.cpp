@@ -1,8 +1,8 @@
 // The trade list for people, and the column reports of trades and of open positions.
+#include <algorithm>
 #include <cstdio>
 #include <iterator>
 
-#include "core/numeric.h"
 #include "trading/report_text.h"
 #include "trading/simulator.h"
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -141,6 +142,9 @@ TEST(PointFigure, ChartIsPrintedToTheLetter) {
   ASSERT_EQ(qxPNFchart(columns, 1.0, path.c_str(), 7), QX_SUCCESS);
   EXPECT_EQ(qxtest::readFile(path), chart + chart);
   EXPECT_EQ(qxPNFchart(columns, 1.0, folder.path.c_str(), 0), QX_ERR_FILE_OPEN);
+  if (std::filesystem::exists("/dev/full")) {
+    EXPECT_EQ(qxPNFchart(columns, 1.0, "/dev/full", 0), QX_ERR_FILE_WRITE);
+  }
 
   // Levels below zero keep no sign on a whole part of 0; the decimals are cut, not rounded.
   BarSet small = {{0, 0, 0.5, -0.25, 0, 0, -1}};

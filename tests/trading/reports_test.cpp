@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 
 #include "tests/trading/simulation.h"
@@ -251,6 +252,9 @@ TEST(Reports, AppendReplaceAndFail) {
     EXPECT_EQ(qxtest::readFile(path), once);
     EXPECT_EQ(report(nowhere.c_str(), 0), QX_ERR_FILE_OPEN);
     EXPECT_EQ(report(nullptr, 0), QX_ERR_INVALID_PARM);
+    if (std::filesystem::exists("/dev/full")) {
+      EXPECT_EQ(report("/dev/full", 0), QX_ERR_FILE_WRITE);
+    }
     testing::internal::CaptureStdout();
     EXPECT_EQ(report("StdOut", 0), QX_SUCCESS);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), once);
