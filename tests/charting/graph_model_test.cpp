@@ -257,6 +257,60 @@ TEST(GraphModel, BadIndexesChangeNothing) {
   EXPECT_EQ(line.colour * 1000 + line.penwidth * 100 + line.penstyle * 10 + line.selected, 1234);
 }
 
+TEST(GraphModel, SetReplacesOneElement) {
+  Graph graph;
+  BarSet bars(workedBars());
+  Series none;
+  for (int32_t i = 0; i < 2; ++i) {
+    ASSERT_EQ(addChart(graph, 0, i, none, bars, QX_CHART_CANDLE), QX_SUCCESS);
+    ASSERT_EQ(qxGraphShapeAdd(graph, 0, i, 0, QX_SHAPE_SEGMENT, 1, 10, 2, 20, 0, 1, 0, 0),
+              QX_SUCCESS);
+  }
+  qxGraphChart chart;
+  qxGraphShape shape;
+  ASSERT_EQ(qxGraphGetChart(graph, &chart, 0, 0), QX_SUCCESS);
+  ASSERT_EQ(qxGraphGetShape(graph, &shape, 0, 0), QX_SUCCESS);
+  chart.colour = 77;
+  shape.y1 = 15;
+  ASSERT_EQ(qxGraphSetChart(graph, &chart, -1, -1), QX_SUCCESS);
+  ASSERT_EQ(qxGraphSetShape(graph, &shape, -1, -1), QX_SUCCESS);
+  EXPECT_EQ(graph->subwins[0].charts[0].colour, 1u);
+  EXPECT_EQ(graph->subwins[0].charts[1].colour, 77u);
+  EXPECT_EQ(graph->subwins[0].shapes[0].y1, 10);
+  EXPECT_EQ(graph->subwins[0].shapes[1].y1, 15);
+  for (const int32_t bad : {2, -2, INT32_MIN, INT32_MAX}) {
+    EXPECT_EQ(qxGraphSetChart(graph, &chart, 0, bad), QX_ERR_INVALID_PARM);
+    EXPECT_EQ(qxGraphSetShape(graph, &shape, bad, 0), QX_ERR_INVALID_PARM);
+  }
+  EXPECT_EQ(graph->subwins[0].chartcount, 2);
+  EXPECT_EQ(graph->subwins[0].shapecount, 2);
+}
+
+// The margins pad the scale that painting stores, by pixels of the unpadded scale.
+TEST(GraphModel, MarginsPadTheScalesOfTheProcess) {
+  qxtest::TemporaryFolder folder;
+  BarSet bars(workedBars());
+  Series none, closes{51, 53, 52, 51, 49, 50, 53, 55, 54, 52, 55, 57};
+  const auto padding = [&](const qxArray* series, int32_t style, double highest) {
+    Graph graph;
+    EXPECT_EQ(addChart(graph, 0, 0, series, bars, style), QX_SUCCESS);
+    graph->area = {0, 0, 400, 300};
+    EXPECT_EQ(qxGraphPaintSVG(graph, folder.file("chart.svg").c_str()), QX_SUCCESS);
+    const qxGraphSubwin& pane = graph->subwins[0];
+    const double perPixel =
+        (pane.charts[0].maximum - pane.charts[0].minimum) / (pane.pane.bottom - pane.pane.top);
+    return (pane.charts[0].maximum - highest) / perPixel;
+  };
+  EXPECT_EQ(qxGraphSetSubwinMargins(0, 0), 0);
+  EXPECT_EQ(padding(none, QX_CHART_CANDLE, 58), 0.0);
+  EXPECT_EQ(padding(closes, QX_CHART_LINE, 57), 0.0);
+  EXPECT_EQ(qxGraphSetSubwinMargins(2, 1), 1);
+  const double barPadding = padding(none, QX_CHART_CANDLE, 58);
+  const double seriesPadding = padding(closes, QX_CHART_LINE, 57);
+  EXPECT_NEAR(barPadding, 2.0, 0.1);
+  EXPECT_NEAR(seriesPadding, 1.0, 0.05);
+}
+
 TEST(GraphModel, PaneRecordsReachTheirElements) {
   Graph graph;
   ASSERT_EQ(qxGraphLineAdd(graph, 0, 0, 0, 1, 0, 0, 0, 0), QX_SUCCESS);
