@@ -30,7 +30,7 @@
 extern "C" {
 #endif
 
-/* ---- Codes ---------------------------------------------------------------------------------- */
+/* ---- Codes ---- */
 
 /** Statuses. qxErrDesc gives their texts. */
 enum {
@@ -100,7 +100,7 @@ enum {
 /** Option types, the `optiontype` of a bar set and the `type` of an option leg. */
 enum { QX_OPTION_NONE = 0, QX_OPTION_CALL = 1, QX_OPTION_PUT = 2 };
 
-/* ---- Records: series and bars --------------------------------------------------------------- */
+/* ---- Records: series and bars ---- */
 
 #pragma pack(push, 4)
 
@@ -139,7 +139,7 @@ typedef struct qxBars {
   double strikeprice;   /**< strike price of an option, 0 when none */
 } qxBars;
 
-/* ---- Records: candles ------------------------------------------------------------------------ */
+/* ---- Records: candles ---- */
 
 /** The classified candles of a bar set (32 bytes). A factor left at 0 takes its default. */
 typedef struct qxCandles {
@@ -150,8 +150,7 @@ typedef struct qxCandles {
   double equality;    /**< relative tolerance of doji bodies and near prices, default 0.005 */
 } qxCandles;
 
-/* ---- Records: text files ----------------------------------------------------------------------
- */
+/* ---- Records: text files ---- */
 
 /** Layout of a delimited text price file (56 bytes). Field numbers count from 1; 0 means absent. */
 typedef struct qxTXTinfo {
@@ -168,8 +167,7 @@ typedef struct qxTXTinfo {
   char delimit[16]; /**< delimiter characters, zero-terminated when shorter than 16 */
 } qxTXTinfo;
 
-/* ---- Records: trading simulation --------------------------------------------------------------
- */
+/* ---- Records: trading simulation ---- */
 
 /** Kinds of order. */
 enum { QX_KIND_EXIT = 1, QX_KIND_ENTRY = 2 };
@@ -295,8 +293,7 @@ typedef struct qxOptVar {
   double value;  /**< current value, set by qxOptVarValue */
 } qxOptVar;
 
-/* ---- Records: options and bonds ---------------------------------------------------------------
- */
+/* ---- Records: options and bonds ---- */
 
 /** One option of a strategy (28 bytes). */
 typedef struct qxOptionLeg {
@@ -339,8 +336,7 @@ typedef struct qxBond {
   double maturity;  /**< date number of the maturity */
 } qxBond;
 
-/* ---- Records: graphs --------------------------------------------------------------------------
- */
+/* ---- Records: graphs ---- */
 
 /** Chart styles: how each shown bar of a chart is drawn. */
 enum {
@@ -529,8 +525,7 @@ typedef struct qxGraphInfo {
 
 #pragma pack(pop)
 
-/* ---- Series and bar records -------------------------------------------------------------------
- */
+/* ---- Series and bar records ---- */
 
 /** Allocates a series of `size` zeros and sets size and datasize to it, firstvalid to 0. More than
  * 2^30 elements are cut to 2^30. An existing block is not released first. On failure the record is
@@ -603,8 +598,7 @@ QX_API int32_t qxDecimals(double value, int32_t digits);
 /** Index of the first bar dated at or after `date`, or barsize. Dates must ascend. */
 QX_API int32_t qxFindDate(const qxBars* bars, double date);
 
-/* ---- Status codes and number conversions ------------------------------------------------------
- */
+/* ---- Status codes and number conversions ---- */
 
 /** Copies the text of a status into `buffer` (at least 17 bytes), zero-terminated, and returns its
  * length. A code outside -10..0 reads "Unknown". */
@@ -623,8 +617,7 @@ QX_API int32_t qxIEEEtoMS(const void* source, void* destination);
  * bytes each, may be the same). A zero exponent byte reads as 0.0. The exponent wraps. */
 QX_API int32_t qxMStoIEEE(const void* source, void* destination);
 
-/* ---- Series transforms ------------------------------------------------------------------------
- */
+/* ---- Series transforms ---- */
 
 /** Linear map: out[i] = in[i] * multiplier + addend for i from max(first, firstvalid of in) to the
  * end. In place when both records hold the same storage: earlier elements then stay, and an empty
@@ -661,8 +654,7 @@ QX_API void qxShiftArray(qxArray* array, int32_t count);
  * for another frequency, bars without dates, an empty input or an output without capacity. */
 QX_API int32_t qxGroupArray(const qxBars* bars, const qxArray* in, qxArray* out, int32_t frequency);
 
-/* ---- Bar compression --------------------------------------------------------------------------
- */
+/* ---- Bar compression ---- */
 
 /*
  * A merged bar has the open of the first bar, the highest high, the lowest low, the close and the
@@ -706,8 +698,7 @@ QX_API int32_t qxGroupBarsDate(qxBars* source, qxBars* destination, int32_t freq
 QX_API int32_t qxGroupBarsTime(qxBars* source, qxBars* destination, int32_t seconds, double start,
                                double end);
 
-/* ---- Series text ------------------------------------------------------------------------------
- */
+/* ---- Series text ---- */
 
 /** Reads one column of a delimited text file into a series, which is allocated (an existing block
  * is not released first). The first `skipLines` lines are passed over, and so are empty ones; every
@@ -743,8 +734,7 @@ QX_API int32_t qxTXT2Array(const char* fileName, qxArray* array, const char* del
 QX_API int32_t qxArrayPrintf(const char* fileName, int32_t append, int32_t start, int32_t end,
                              const char* header, const char* format, ...);
 
-/* ---- Calendar ---------------------------------------------------------------------------------
- */
+/* ---- Calendar ---- */
 
 /*
  * A date number is a double: whole days since 30 December 1899 (31 December 1899 is 1, 1 January
@@ -808,8 +798,7 @@ QX_API int32_t qxDayOfWeek(double date);
 QX_API int32_t qxDateValidate(int32_t year, int32_t month, int32_t day, int32_t hour,
                               int32_t minute, int32_t second);
 
-/* ---- Date and time strings --------------------------------------------------------------------
- */
+/* ---- Date and time strings ---- */
 
 /*
  * A date order says which part of a numeric date comes first: QX_ORDER_YMD, QX_ORDER_MDY or
@@ -869,8 +858,7 @@ QX_API double qxTimeStrToTime(const char* text);
  * every picture that the library itself uses. */
 QX_API int32_t qxFormatDate(double date, const char* picture, char* output);
 
-/* ---- Julian text dates ------------------------------------------------------------------------
- */
+/* ---- Julian text dates ---- */
 
 /*
  * The older date interface: the same date numbers, with 16-bit parts and layout codes for text. "s"
@@ -932,8 +920,7 @@ QX_API int32_t qxJulianToDateTxt(double date, int16_t layout, const char* separa
 /** Writes a time under a layout, as qxJulianToDateTxt. */
 QX_API int32_t qxJulianToTimeTxt(double date, int16_t layout, const char* separator, char* output);
 
-/* ---- Moving averages --------------------------------------------------------------------------
- */
+/* ---- Moving averages ---- */
 
 /*
  * Conventions of every indicator. Inputs come first, then outputs, then parameters, and last the
@@ -1044,8 +1031,7 @@ QX_API int32_t qxVariableMA(const qxArray* in, qxArray* out, int32_t period, int
 QX_API int32_t qxMovingAverage(const qxArray* in, qxArray* out, int32_t method, int32_t period,
                                int32_t start);
 
-/* ---- Series statistics ------------------------------------------------------------------------
- */
+/* ---- Series statistics ---- */
 
 /*
  * Ranges: from and to are inclusive and come in either order. From is raised to the first valid
@@ -1189,8 +1175,7 @@ QX_API int32_t qxRegressionLineMv(const qxArray* in, qxArray* slope, qxArray* in
  * correlation with the bar index. */
 QX_API int32_t qxRSquared(const qxArray* in, qxArray* out, int32_t period, int32_t start);
 
-/* ---- Momentum oscillators ---------------------------------------------------------------------
- */
+/* ---- Momentum oscillators ---- */
 
 /* In the formulas of this section s is the start index raised to the first valid index of every
  * input series, L the number of elements computed (the smallest size among inputs and outputs),
@@ -1409,8 +1394,7 @@ QX_API int32_t qxLineOsc(const qxArray* in, qxArray* out, int32_t period, int32_
  * Source: Tushar Chande and Stanley Kroll, The New Technical Trader, 1994. */
 QX_API int32_t qxForecastOscillator(const qxArray* in, qxArray* out, int32_t period, int32_t start);
 
-/* ---- Trend and directional indicators ---------------------------------------------------------
- */
+/* ---- Trend and directional indicators ---- */
 
 /*
  * The functions over bars use the start index as given, not raised to the first valid indexes of
@@ -1512,8 +1496,7 @@ QX_API int32_t qxPFE(const qxArray* in, qxArray* out, int32_t period, int32_t sm
 QX_API int32_t qxRangeIndicator(const qxBars* bars, qxArray* out, int32_t period,
                                 int32_t smoothPeriod, int32_t start);
 
-/* ---- Volatility, bands and channels ------------------------------------------------------------
- */
+/* ---- Volatility, bands and channels ---- */
 
 /* Start index, warm-up and refusals are those of the momentum oscillators: functions over bars use
  * the start index as it is, those over series raise it to s. */
@@ -1613,8 +1596,7 @@ QX_API int32_t qxWellesVolatility(const qxBars* bars, qxArray* sicOut, qxArray* 
                                   qxArray* sarOut, qxArray* posOut, double k, int32_t period,
                                   int32_t start);
 
-/* ---- Volume and money flow ---------------------------------------------------------------------
- */
+/* ---- Volume and money flow ---- */
 
 /*
  * Bar-set functions of this family begin at the caller's `start` unchanged: no first valid index of
@@ -1780,8 +1762,7 @@ QX_API int32_t qxAccumSwingIndex(const qxBars* bars, qxArray* out, double limit,
 QX_API int32_t qxCFTPP(const qxBars* bars, qxArray* pivot, qxArray* r1, qxArray* r2, qxArray* s1,
                        qxArray* s2, int32_t start);
 
-/* ---- Market breadth ----------------------------------------------------------------------------
- */
+/* ---- Market breadth ---- */
 
 /*
  * Inputs are daily series of a whole market: the numbers of advancing, declining and unchanged
@@ -1891,8 +1872,7 @@ QX_API int32_t qxMcClellanSummation(const qxArray* advances, const qxArray* decl
 QX_API int32_t qxMcClellanOscSum(const qxArray* advances, const qxArray* declines, qxArray* oscOut,
                                  qxArray* sumOut, int32_t period1, int32_t period2, int32_t start);
 
-/* ---- Relative performance and projections ------------------------------------------------------
- */
+/* ---- Relative performance and projections ---- */
 
 /*
  * Two-market functions align the bars of set `a` with those of set `b` by their dates, which must
@@ -1969,8 +1949,7 @@ QX_API int32_t qxFibonacciProject(double a, double b, double* p1, double* p2, do
  * r2 = b - 0.5 d and r3 = b - 0.618 d; all three are a when a = b. */
 QX_API int32_t qxFibonacciRetrace(double a, double b, double* r1, double* r2, double* r3);
 
-/* ---- Bar formations and crossovers -------------------------------------------------------------
- */
+/* ---- Bar formations and crossovers ---- */
 
 /*
  * Formation tests compare bar `index` with the bar before it and return 1 (bullish), -1 (bearish)
@@ -2032,8 +2011,7 @@ QX_API int32_t qxTurn(const qxArray* array, int32_t index);
  * that of the output. Returns QX_SUCCESS, not a count. */
 QX_API int32_t qxTurnFill(const qxArray* in, qxArray* out, int32_t first, int32_t last);
 
-/* ---- Candles -----------------------------------------------------------------------------------
- */
+/* ---- Candles ---- */
 
 /** Classifies every bar of the set into the four codes that qxCandles holds:
  * - colour 0 none (open = close), 1 black (open above close), 2 white (close above open);
@@ -2075,8 +2053,7 @@ QX_API int32_t qxWesternGapUp(const qxBars* bars, int32_t index);
 /** 1 when low[i-1] > high[i], else 0. */
 QX_API int32_t qxWesternGapDn(const qxBars* bars, int32_t index);
 
-/* ---- Candlestick patterns ----------------------------------------------------------------------
- */
+/* ---- Candlestick patterns ---- */
 
 /*
  * Every test below answers whether its pattern completes at bar `index` (i): 1 or 0. It reads the
@@ -2249,8 +2226,7 @@ QX_API int32_t qxRising3Method(const qxBars* bars, const qxCandles* candles, int
  * gap up. */
 QX_API int32_t qxMatHoldPattern(const qxBars* bars, const qxCandles* candles, int32_t index);
 
-/* ---- Options -----------------------------------------------------------------------------------
- */
+/* ---- Options ---- */
 
 /** Sets price, legs and results to zero. */
 QX_API int32_t qxOptionInit(qxOptionStrategy* strategy);
@@ -2317,8 +2293,7 @@ QX_API int32_t qxShortStraddle(qxOptionStrategy* strategy);
  * profit. Loss and ratio are 0. */
 QX_API int32_t qxShortStrangle(qxOptionStrategy* strategy);
 
-/* ---- Bonds and time value -----------------------------------------------------------------------
- */
+/* ---- Bonds and time value ---- */
 
 /*
  * Rates and yields are in percent per year, dates are date numbers and days are whole days.
@@ -2383,8 +2358,7 @@ QX_API double qxTBillDiscYield(const qxBond* bill, double date);
  * price. */
 QX_API double qxTBillBondEqYield(const qxBond* bill, double date);
 
-/* ---- File-type dispatch and file information
- * ----------------------------------------------------- */
+/* ---- File-type dispatch and file information ---- */
 
 /** The QX_FILE_... code of a format given as text: a number 1 to 8 (leading digits count), or in
  * any case AIQ, CSI, CT, DJ, FS, TC or TT. Every other text, the empty one included, is
@@ -2412,8 +2386,7 @@ QX_API int32_t qxFILEread(const char* type, qxBars* bars, const char* folder, co
  * appended to when `append` is non-zero, else replaced. QX_ERR_FILE_OPEN, QX_ERR_FILE_WRITE. */
 QX_API int32_t qxFILEprintinfo(const qxBars* bars, const char* outfile, int32_t append);
 
-/* ---- CompuTrac files
- * ----------------------------------------------------------------------------- */
+/* ---- CompuTrac files ---- */
 
 /** A CompuTrac folder holds a directory file "master", optionally "xmaster" for file numbers above
  * 255, and one data file "F<number>.DAT" (or ".MWD") per instrument; names are found in any letter
@@ -2491,8 +2464,7 @@ QX_API int32_t qxAIQlist(const char* folder, const char* outfile, int32_t append
 QX_API int32_t qxAIQread(qxBars* bars, const char* folder, const char* file, int32_t start,
                          int32_t count);
 
-/* ---- Delimited text files
- * ------------------------------------------------------------------------ */
+/* ---- Delimited text files ---- */
 
 /*
  * Data files: every operation names a file by a folder and a file name. White space around both is
@@ -2571,8 +2543,7 @@ QX_API int32_t qxTXTwrite(const char* text, const char* outfile, int32_t append)
 /** Writes a text and a line end to an output named as for qxTXTlist. */
 QX_API int32_t qxTXTwriteline(const char* text, const char* outfile, int32_t append);
 
-/* ---- Trading simulation: orders and positions
- * ----------------------------------------------------- */
+/* ---- Trading simulation: orders and positions ---- */
 
 /*
  * A simulation: initialise a system over a bar set; then, in a loop, call qxProcessOrders, which
@@ -2638,8 +2609,7 @@ QX_API int32_t qxBuyToClose(qxOrderSystem* system, const char* name, const char*
  * orders plus one. The orders leave the table on the next bar. */
 QX_API int32_t qxCancelOrder(qxOrderSystem* system, const char* name);
 
-/* ---- Trading simulation: order processing
- * --------------------------------------------------------- */
+/* ---- Trading simulation: order processing ---- */
 
 /** Moves to the next bar and fills the pending orders that it allows; returns 1 while the
  * simulation goes on and 0 when there is no further bar. The first call only moves to bar 0.
@@ -2670,8 +2640,7 @@ QX_API int32_t qxCancelOrder(qxOrderSystem* system, const char* name);
  * statistics still count the trade. */
 QX_API int32_t qxProcessOrders(qxOrderSystem* system);
 
-/* ---- Trading simulation: reports
- * ------------------------------------------------------------------ */
+/* ---- Trading simulation: reports ---- */
 
 /*
  * Every report goes to `outfile`: "STDOUT" in any case, or a file, appended to when `append` is not
@@ -2722,8 +2691,7 @@ QX_API int32_t qxOpenPosRpt1(const qxOrderSystem* system, const char* outfile, i
 QX_API int32_t qxOrderRpt1(const qxOrderSystem* system, const char* outfile, int32_t append,
                            const char* delimiter, int32_t header);
 
-/* ---- Trading simulation: optimisation variables and markers
- * --------------------------------------- */
+/* ---- Trading simulation: optimisation variables and markers ---- */
 
 /** Stores each variable's number of values, the whole part of (to - from) / step + 1 (1 when step
  * is 0), and returns the number of combinations, their product: 0 when a count is below 1,
@@ -2749,8 +2717,7 @@ QX_API int32_t qxOptVarStringLen(const qxOptVar* vars, int32_t n, const char* se
  * left alone. */
 QX_API int32_t qxCreateTradeGraph(const qxOrderSystem* system, qxArray* markers);
 
-/* ---- Graph model
- * ---------------------------------------------------------------------------------- */
+/* ---- Graph model ---- */
 
 /** Clears the record and sets the defaults: bar width 4, fonts "Arial" of 8 points, the system's
  * colours, header "Quorvex". Also reads the month names of the date axis from the user's locale.
@@ -2882,8 +2849,7 @@ QX_API int32_t qxGraphSubwinGetShape(const qxGraphSubwin* subwin, qxGraphShape* 
 QX_API int32_t qxGraphSubwinSetShape(qxGraphSubwin* subwin, const qxGraphShape* record,
                                      int32_t shape);
 
-/* ---- Graph scaling and hit test
- * ------------------------------------------------------------------- */
+/* ---- Graph scaling and hit test ---- */
 
 /** Pixel position of a value at a bar, in the scale of a chart as painting left it:
  *   y = bottom - d - 1 (inverted scale: top + d),
@@ -2923,8 +2889,7 @@ QX_API int32_t qxGraphGetXYinfo(const qxGraph* graph, void* deviceContext, int32
 QX_API int32_t qxGraphSelectObject(qxGraph* graph, int32_t subwin, int32_t index, int32_t kind,
                                    int32_t keep);
 
-/* ---- Graph painting
- * ------------------------------------------------------------------------------- */
+/* ---- Graph painting ---- */
 
 /** Paints the whole graph onto a Windows device context: a window, a bitmap or a printer page. The
  * device's state is saved on entry and restored on exit.
@@ -2965,8 +2930,7 @@ QX_API int32_t qxGraphRefreshHeadFoot(qxGraph* graph, void* deviceContext);
  * created; QX_ERR_FILE_WRITE when its writing fails; QX_ERR_MALLOC. */
 QX_API int32_t qxGraphPaintSVG(qxGraph* graph, const char* fileName);
 
-/* ---- Point and figure
- * ----------------------------------------------------------------------------- */
+/* ---- Point and figure ---- */
 
 /** Point-and-figure columns from closing prices. A column of boxes rises or falls until the close
  * moves `reversal` boxes against it; then the next column opens one box beyond the extreme.
