@@ -150,7 +150,7 @@ int32_t readSeries(DataFile* data, qxArray* array, size_t field, int32_t start, 
     const int32_t status = qxAllocArray(array, count);
     if (status != QX_SUCCESS) return status;
   }
-  count = std::min(count, array->datasize);
+  count = std::max(std::min(count, array->datasize), 0);
   if (start < 0) start = std::max(total - count, 0);
   int32_t status = QX_SUCCESS;
   const int32_t read =

@@ -233,6 +233,55 @@ TEST(CompuTrac, RangesOfBarsAndSeries) {
   EXPECT_EQ(qxCTreadarray(refused, "nowhere", "S", 1, 0, 0), QX_SUCCESS) << "nothing is opened";
 }
 
+// Bytes of a record that are no ordinary number or text.
+TEST(CompuTrac, OddBytes) {
+  TemporaryFolder folder;
+  std::string entries = master({{1, 8, "N", "ABC", 'D'}, {2, 7, "N", "N", 'D'}});
+  entries[53 + 51] = '*';  // a flag in the last bytes of the symbol
+  put(entries, 2 * 53 + 7, std::string("Two\0junk", 8));
+  put(entries, 2 * 53 + 25, "\xFF\xFF\x7F\x01");  // a date that is no number
+  folder.write("master", entries);
+  std::string data = dataFile(8, 1, 990104, 2);
+  put(data, 32, "\xFF\xFF\x7F\x01");
+  put(data, 32 + 5 * 4, std::string("\0\0\0\2", 4));  // zero, as some writers store it
+  folder.write("F1.DAT", data);
+  folder.write("F2.DAT", dataFile(7, 1, 990104, 2));
+
+  Read flagged(folder.path, "abc");
+  ASSERT_EQ(flagged.status, QX_SUCCESS);
+  EXPECT_STREQ(flagged.bars.symbol, "ABC            ");
+  EXPECT_EQ(flagged.at(flagged.bars.date, 0), 0.0);
+  EXPECT_EQ(flagged.at(flagged.bars.volume, 0), 0.0);
+  EXPECT_EQ(flagged.at(flagged.bars.openint, 0), 70.0);
+
+  Read two(folder.path, "two");
+  ASSERT_EQ(two.status, QX_SUCCESS);
+  EXPECT_STREQ(two.bars.description, "Two");
+  EXPECT_EQ(two.bars.begindate, 0.0);
+}
+
+TEST(CompuTrac, SetsWithStorageLimitTheCount) {
+  TemporaryFolder folder;
+  folder.write("master", master({{1, 7, "N", "S", 'D'}}));
+  folder.write("F1.DAT", dataFile(7, 10, 990104, 11));
+  qxBars bars = {};
+  ASSERT_EQ(qxAllocBars(&bars, 4), QX_SUCCESS);
+  EXPECT_EQ(qxCTread(&bars, folder.path.c_str(), "S", -1, 6), QX_SUCCESS);
+  EXPECT_EQ(bars.barsize, 4);
+  EXPECT_EQ(bars.date.data[0], kFirst + 6) << "the last ones";
+  EXPECT_EQ(qxCTread(&bars, folder.path.c_str(), "S", 0, 0), QX_SUCCESS);
+  EXPECT_EQ(bars.barsize, 0);
+  qxFreeBars(&bars);
+
+  Series series(std::vector<double>(3, 7.0));
+  EXPECT_EQ(qxCTreadarray(series, folder.path.c_str(), "S", 6, -1, 9), QX_SUCCESS);
+  EXPECT_EQ(series.values(), (std::vector<double>{57, 58, 59}));
+  series.record.datasize = INT32_MIN;  // damaged
+  EXPECT_EQ(qxCTreadarray(series, folder.path.c_str(), "S", 6, -1, 9), QX_SUCCESS);
+  EXPECT_EQ(series.record.size, 3) << "nothing is read";
+  series.record.datasize = 3;
+}
+
 TEST(CompuTrac, RecordsAreFoundByDate) {
   TemporaryFolder folder;
   folder.write("master", master({{1, 7, "N", "S", 'D'}}));
@@ -297,6 +346,11 @@ TEST(CompuTrac, MissingDataFileAndNulls) {
   EXPECT_EQ(qxCTread(nullptr, "a", "b", 0, 1), QX_ERR_INVALID_PARM);
   EXPECT_EQ(qxCTread(&bars, nullptr, "b", 0, 1), QX_ERR_INVALID_PARM);
   EXPECT_EQ(qxCTread(&bars, "a", nullptr, 0, 1), QX_ERR_INVALID_PARM);
+  Series series;
+  EXPECT_EQ(qxCTreadarray(nullptr, "a", "b", 1, 0, 1), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxCTreadarray(series, nullptr, "b", 1, 0, 1), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxCTfindrec("a", nullptr, 1.0, nullptr), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxCTlist(nullptr, "b", 0), QX_ERR_INVALID_PARM);
 }
 
 struct RealFile {
