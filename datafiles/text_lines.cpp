@@ -9,6 +9,8 @@ namespace qx {
 namespace {
 
 void examineRecord(OrderSearch* search, std::string_view text) {
+  // Kept: the number of the record, not that of the line, is held against the header lines, so that
+  // with two or more of them the first records do not decide.
   ++search->lineNumber;
   if (search->decided || search->lineNumber <= search->info->skip) return;
   std::string_view field;

@@ -2397,8 +2397,8 @@ QX_API int32_t qxFILEprintinfo(const qxBars* bars, const char* outfile, int32_t 
  *
  * Statuses of the three functions that name an instrument: QX_ERR_FILE_NOT_FOUND when neither
  * directory has it, QX_ERR_FILE_OPEN when its data file cannot be opened, QX_ERR_FILE_READ when its
- * fields are of no known kind or reading fails. A damaged file gives the bars that are really
- * there. */
+ * fields are of no known kind or reading fails; for reading also QX_ERR_MALLOC and, as for an
+ * unknown date, QX_ERR_RECORD_NOT_FOUND. A damaged file gives the bars that are really there. */
 
 /** Reads bars: up to `count` from bar `start` on (from 0). A `count` below 0 means all of them, a
  * `start` below 0 the last `count`. A set without storage is allocated, another one filled up to
@@ -2433,7 +2433,8 @@ QX_API int32_t qxCTlist(const char* folder, const char* outfile, int32_t append)
  * QX_SUCCESS. A folder is known by these files, in any letter case:
  *   CSI "qmaster", Dow Jones "mapinfo.dat", FutureSource "fsfracs.fil", TeleChart "*.NDX",
  *   TechTools "*.TTD", AIQ "*.DTA".
- * Arguments are those of the CompuTrac operations. */
+ * Arguments are those of the CompuTrac operations, and so are the statuses for an output that
+ * cannot be opened and for null arguments. */
 QX_API int32_t qxCSIfindrec(const char* folder, const char* file, double date, double* founddate);
 QX_API int32_t qxCSIlist(const char* folder, const char* outfile, int32_t append);
 QX_API int32_t qxCSIread(qxBars* bars, const char* folder, const char* file, int32_t start,
