@@ -85,8 +85,8 @@ Scale findScale(const qxGraph& graph, const qxGraphSubwin& pane, int32_t carrier
   if (!std::isfinite(padding)) return scale;
   const bool logarithmic = (chart.scaleflags & QX_SCALE_LOG) != 0;
   const double padded = scale.minimum - padding;
-  // Padding must not take a logarithmic scale out of its domain.
-  const bool leavesDomain = logarithmic && scale.minimum > 0.0 && padded <= 0.0;
+  // Padding must not take a logarithmic scale out of its domain, to which 0 belongs.
+  const bool leavesDomain = logarithmic && scale.minimum >= 0.0 && padded <= 0.0;
   if (low.found && !leavesDomain) scale.minimum = padded;
   if (high.found) scale.maximum += padding;
   return scale;

@@ -216,14 +216,19 @@ TEST(Plan, ScalesAreSharedPaddedAndStored) {
   planned.plan();
   EXPECT_EQ(alone.minimum, 0.01);
   EXPECT_EQ(alone.maximum, 500 + (500 - 0.01) / 100.0);
+  // Nor is a minimum of 0, such as that of a volume series with a bar without trades.
+  positive.record.data[0] = 0.0;
+  planned.plan();
+  EXPECT_EQ(alone.minimum, 0.0);
+  EXPECT_EQ(alone.maximum, 505.0);
   // Values that are no numbers leave the scale as it is.
   positive.record.data[0] = kNan;
   planned.plan();
-  EXPECT_EQ(alone.minimum, 0.01);
+  EXPECT_EQ(alone.maximum, 505.0);
   positive.record.data[0] = 1.0;
   positive.record.data[1] = kInfinity;
   planned.plan();
-  EXPECT_EQ(alone.minimum, 0.01);
+  EXPECT_EQ(alone.maximum, 505.0);
 }
 
 TEST(Plan, ValueAxisMarksItsPane) {
