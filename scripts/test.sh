@@ -76,4 +76,6 @@ done
 step "Building with clang" clang_build
 step "Analysing with clang-tidy" tidy
 
+step "Fuzzing every reader and parser" scripts/fuzz.sh 20
+
 echo "$passed passed, $failed failed, $skipped skipped"
