@@ -1,68 +1,18 @@
 #include <cstring>
 #include <limits>
 
+#include "tests/support/computrac_files.h"
 #include "tests/support/test_support.h"
 
 namespace {
 
+using qxtest::dataFile;
+using qxtest::little;
+using qxtest::master;
 using qxtest::near;
+using qxtest::put;
 using qxtest::Series;
 using qxtest::TemporaryFolder;
-
-std::string mbf(float value) {
-  std::string bytes(4, '\0');
-  qxIEEEtoMS(&value, bytes.data());
-  return bytes;
-}
-
-std::string little(uint32_t value, size_t width) {
-  std::string bytes;
-  for (size_t i = 0; i < width; ++i) bytes += static_cast<char>(value >> (8 * i));
-  return bytes;
-}
-
-void put(std::string& record, size_t offset, const std::string& bytes) {
-  record.replace(offset, bytes.size(), bytes);
-}
-
-struct Entry {
-  int number;
-  int fields;
-  std::string name, symbol;
-  char period;
-};
-
-std::string masterEntry(const Entry& e) {
-  std::string record(53, '\0');
-  record[0] = static_cast<char>(e.number);
-  record[4] = static_cast<char>(e.fields);
-  put(record, 7, std::string(16, ' '));
-  put(record, 7, e.name);
-  put(record, 25, mbf(990104));
-  put(record, 29, mbf(1000107));  // 7 January 2000
-  record[33] = e.period;
-  put(record, 36, std::string(16, ' '));
-  put(record, 36, e.symbol);
-  return record;
-}
-
-std::string master(const std::vector<Entry>& entries) {
-  std::string bytes = little(static_cast<uint32_t>(entries.size()), 2) + std::string(51, '\0');
-  for (const Entry& e : entries) bytes += masterEntry(e);
-  return bytes;
-}
-
-// A data file whose field f of bar k is `firstDate + k` for the date and 10 f + k for the others.
-std::string dataFile(int fields, int bars, float firstDate, int storedCount) {
-  std::string bytes(4 * static_cast<size_t>(fields), '\0');
-  put(bytes, 2, little(static_cast<uint32_t>(storedCount), 2));
-  for (int k = 0; k < bars; ++k) {
-    for (int f = 1; f <= fields; ++f) {
-      bytes += mbf(f == 1 ? firstDate + static_cast<float>(k) : static_cast<float>(10 * f + k));
-    }
-  }
-  return bytes;
-}
 
 struct Read {
   qxBars bars = {};
@@ -301,19 +251,7 @@ TEST(CompuTrac, RecordsAreFoundByDate) {
 
 TEST(CompuTrac, TheExtendedDirectoryComesSecond) {
   TemporaryFolder folder;
-  std::string header(150, '\0');
-  put(header, 0, std::string("\x5D\xFEXM", 4));
-  put(header, 10, little(1, 2));
-  std::string entry(150, '\0');
-  entry[0] = 1;
-  put(entry, 1, std::string("BIG\0junk", 8));
-  put(entry, 16, "A long instrument name");
-  entry[62] = 'I';
-  put(entry, 65, little(300, 2));
-  entry[70] = static_cast<char>(0xBF);  // all but open interest
-  put(entry, 108, little(19990104, 4));
-  put(entry, 116, little(20000107, 4));
-  folder.write("xmaster", header + entry);
+  folder.write("xmaster", qxtest::extendedMaster(300, 0xBF));  // all but open interest
   folder.write("F300.MWD", dataFile(7, 2, 990104, 3));
   for (const char* name : {"big", "F300.MWD", "a long instrument name", "BIG@I"}) {
     Read read(folder.path, name);

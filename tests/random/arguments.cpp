@@ -1,6 +1,7 @@
 #include "tests/random/arguments.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <set>
@@ -23,6 +24,7 @@ void fillSeries(Random& random, qxArray& array) {
 
 void disturbSizes(Random& random, qxArray& array) {
   if (onceIn(random, 8)) array.size = below(random, array.datasize + 1);
+  if (onceIn(random, 30)) array.size = hostileInt(random);  // beyond the capacity, too
   if (onceIn(random, 4)) array.firstvalid = hostileInt(random);
 }
 
@@ -38,6 +40,11 @@ qxArray* seriesOf(qxBars& bars, int32_t index) {
   qxArray* const series[] = {&bars.date,  &bars.open,   &bars.high,   &bars.low,
                              &bars.close, &bars.volume, &bars.openint};
   return series[index];
+}
+
+// Mostly short, so that windows do not fit; at times longer than every built-in window.
+int32_t randomLength(Random& random) {
+  return onceIn(random, 8) ? below(random, 260) : below(random, kMostBars);
 }
 
 void fillBars(Random& random, qxBars& bars) {
@@ -66,7 +73,7 @@ std::string escaped(const char* text) {
   std::string result = "\"";
   for (const char* c = text; *c != '\0' && result.size() < 400; ++c) {
     char hex[8];
-    std::snprintf(hex, sizeof hex, "\\x%02x", static_cast<unsigned char>(*c));
+    std::snprintf(hex, sizeof hex, "\\x%02x", static_cast<unsigned int>(*c) & 0xFFu);
     result += *c >= ' ' && *c < 127 && *c != '"' ? std::string(1, *c) : hex;
   }
   return result + "\"";
@@ -75,8 +82,10 @@ std::string escaped(const char* text) {
 }  // namespace
 
 void openLasting(Lasting& lasting, Random& random) {
-  qxAllocBars(&lasting.bars, kMostBars);
+  qxAllocBars(&lasting.bars, 1 + randomLength(random));
   fillBars(random, lasting.bars);
+  lasting.bars.frequency = below(random, 7);
+  for (qxArray& series : lasting.chartSeries) series = allocated(random, 1 + randomLength(random));
   qxOrderSystemInit(&lasting.system, "lasting", &lasting.bars);
   qxGraphInit(&lasting.graph);
   lasting.graph.area = {0, 0, 320, 200};
@@ -86,6 +95,7 @@ void closeLasting(Lasting& lasting) {
   qxOrderSystemClose(&lasting.system);
   qxGraphFree(&lasting.graph);
   qxFreeBars(&lasting.bars);
+  for (qxArray& series : lasting.chartSeries) qxFreeArray(&series);
 }
 
 void release(Context& context) {
@@ -120,7 +130,7 @@ qxArray* randomArray(Context& context) {
   } else if (kind == 5 && !context.bars.empty()) {
     array = *seriesOf(context.bars.back(), below(random, 7));
   } else {
-    array = allocated(random, below(random, kMostBars));
+    array = allocated(random, randomLength(random));
   }
   context.arrays.push_back(array);
   return &context.arrays.back();
@@ -133,7 +143,7 @@ qxBars* randomBars(Context& context) {
   qxBars bars = {};
   const int32_t kind = below(random, 12);
   if (kind >= 2) {
-    qxAllocBars(&bars, kind == 2 ? 0 : below(random, kMostBars));
+    qxAllocBars(&bars, kind == 2 ? 0 : randomLength(random));
     fillBars(random, bars);
     if (onceIn(random, 6)) qxReSizeBars(&bars, below(random, bars.datasize + 1));
     if (onceIn(random, 8)) {  // sizes that do not match
@@ -145,6 +155,7 @@ qxBars* randomBars(Context& context) {
       }
     }
     if (onceIn(random, 5)) seriesOf(bars, below(random, 7))->firstvalid = hostileInt(random);
+    if (onceIn(random, 30)) bars.barsize = hostileInt(random);
     bars.frequency = onceIn(random, 5) ? hostileInt(random) : below(random, 8);
     std::strcpy(bars.symbol, "SYM");
   }
@@ -166,14 +177,104 @@ qxCandles* randomCandles(Context& context) {
   return &context.candles.back();
 }
 
+const char* randomText(Context& context) {
+  static const char* const kFolders[] = {".", "", "folder", ".\\", "./folder", "missing"};
+  static const char* const kFiles[] = {"prices.csv", "prices.csv", "PRICES.CSV", "txtinfo.txt",
+                                       "F1.DAT",     "f2.dat",     "ABC",        "abc@d",
+                                       "XYZ",        "BIG",        "F300.MWD",   "qmaster"};
+  static const char* const kOutputs[] = {"STDOUT", "stdout", "out.txt", "folder/out.txt"};
+  static const char* const kNames[] = {"A", "B", "", "a name that is cut to twenty characters"};
+  Random& random = context.random;
+  const int32_t made = context.textsMade++;
+  if (onceIn(random, 40)) return nullptr;
+  if (onceIn(random, 8)) return hostileText(random);
+  if (context.texts == Texts::kFiles && made == 0) {
+    return onceIn(random, 5) ? kFolders[below(random, 6)] : ".";
+  }
+  if (context.texts == Texts::kFiles && made == 1) return kFiles[below(random, 12)];
+  if (context.texts == Texts::kOutput && made == 0) return kOutputs[below(random, 4)];
+  if (context.texts == Texts::kNames) return kNames[below(random, 4)];
+  if (onceIn(random, 6)) {  // any characters but those that could lead out of the folder
+    std::vector<char> text(static_cast<size_t>(1 + below(random, 40)));
+    for (size_t i = 0; i + 1 < text.size(); ++i) {
+      const char c = static_cast<char>(1 + below(random, 255));
+      text[i] = c == '/' || c == '\\' || c == ':' || c == '.' ? '%' : c;
+    }
+    context.buffers.push_back(std::move(text));
+    return context.buffers.back().data();
+  }
+  return hostileText(random);
+}
+
+qxOrderSystem* randomSystem(Context& context) {
+  Random& random = context.random;
+  if (onceIn(random, 40)) return nullptr;
+  qxOrderSystem& system = context.lasting.system;
+  if (onceIn(random, 30)) {
+    double* const amounts[] = {&system.tick,     &system.tickvalue, &system.unitcost,
+                               &system.sidecost, &system.deduction, &system.margin,
+                               &system.avgprice, &system.lastentry};
+    *amounts[below(random, 8)] = hostileDouble(random);
+    int32_t* const settings[] = {&system.delay,     &system.gapfill,   &system.reverse,
+                                 &system.pyramid,   &system.allowlong, &system.allowshort,
+                                 &system.marketpos, &system.longvol,   &system.shortvol,
+                                 &system.netvol,    &system.counter,   &system.longbars,
+                                 &system.shortbars, &system.posbars,   &system.bar};
+    *settings[below(random, 15)] = hostileInt(random);
+  } else if (onceIn(random, 15)) {
+    system.tick = system.tickvalue = 0.01;
+    system.margin = 100.0;
+    system.delay = 0;
+    system.allowlong = system.allowshort = 1;
+    system.pyramid = below(random, 3);
+    system.bar = std::min(system.bar, below(random, kMostBars));
+  }
+  return &system;
+}
+
+qxGraph* randomGraph(Context& context) {
+  Random& random = context.random;
+  if (onceIn(random, 40)) return nullptr;
+  qxGraph& graph = context.lasting.graph;
+  if (onceIn(random, 30)) {
+    int32_t* const settings[] = {&graph.barwidth,    &graph.firstshown, &graph.lastshown,
+                                 &graph.area.left,   &graph.area.top,   &graph.area.right,
+                                 &graph.area.bottom, &graph.axisshown,  &graph.axisshown2,
+                                 &graph.hgap,        &graph.vgap,       &graph.ticklength,
+                                 &graph.datesshown,  &graph.gridwidth,  &graph.gridstyle,
+                                 &graph.headershown, &graph.titleheight};
+    *settings[below(random, 17)] = hostileInt(random);
+    float* const sizes[] = {&graph.axissize, &graph.titlesize, &graph.headersize,
+                            &graph.footersize};
+    if (onceIn(random, 3)) {
+      const double size = hostileDouble(random);
+      *sizes[below(random, 4)] = std::fabs(size) < 1e30 ? static_cast<float>(size) : -1.0f;
+    }
+  } else if (onceIn(random, 12)) {
+    graph.area = {0, 0, 100 + below(random, 400), 100 + below(random, 300)};
+    graph.barwidth = 1 + below(random, 12);
+    graph.hgap = graph.vgap = 2;
+    graph.ticklength = 6;
+    graph.titleheight = 0;
+    graph.axissize = graph.titlesize = graph.headersize = graph.footersize = 8.0f;
+    graph.firstshown = below(random, 5);
+    graph.lastshown = below(random, kMostBars);
+  }
+  return &graph;
+}
+
 void* randomBytes(Context& context, int32_t size, bool nullable) {
   if (nullable && onceIn(context.random, 30)) return nullptr;
   context.buffers.emplace_back(static_cast<size_t>(size));
   return context.buffers.back().data();
 }
 
-void fill(Context& context, double& cell) { cell = hostileDouble(context.random); }
-void fill(Context& context, int32_t& cell) { cell = hostileInt(context.random); }
+void fill(Context& context, double& cell) {
+  cell = hostileDouble(context.random);
+}
+void fill(Context& context, int32_t& cell) {
+  cell = hostileInt(context.random);
+}
 
 void fill(Context& context, qxTXTinfo& info) {
   int32_t* const fields[] = {&info.dt, &info.ti,  &info.op, &info.hi,       &info.lo,
@@ -216,11 +317,21 @@ static void fillDoubles(Context& context, Record& record) {
   std::memcpy(&record, bytes, sizeof record);
 }
 
-void fill(Context& context, qxOptionStrategy& strategy) { fillDoubles(context, strategy); }
-void fill(Context& context, qxTimeValue& value) { fillDoubles(context, value); }
-void fill(Context& context, qxBond& bond) { fillDoubles(context, bond); }
-void fill(Context& context, qxGraphLine& line) { fillDoubles(context, line); }
-void fill(Context& context, qxGraphShape& shape) { fillDoubles(context, shape); }
+void fill(Context& context, qxOptionStrategy& strategy) {
+  fillDoubles(context, strategy);
+}
+void fill(Context& context, qxTimeValue& value) {
+  fillDoubles(context, value);
+}
+void fill(Context& context, qxBond& bond) {
+  fillDoubles(context, bond);
+}
+void fill(Context& context, qxGraphLine& line) {
+  fillDoubles(context, line);
+}
+void fill(Context& context, qxGraphShape& shape) {
+  fillDoubles(context, shape);
+}
 
 void fill(Context& context, qxGraphChart& chart) {
   chart = {};
@@ -235,10 +346,12 @@ void fill(Context& context, qxGraphChart& chart) {
   chart.penstyle = hostileInt(context.random);
   chart.selected = below(context.random, 2);
   chart.bars = context.lasting.bars;
-  chart.series = context.lasting.bars.close;
+  chart.series = context.lasting.chartSeries[static_cast<size_t>(below(context.random, 3))];
 }
 
-void describe(std::string& text, int64_t value) { text += std::to_string(value); }
+void describe(std::string& text, int64_t value) {
+  text += std::to_string(value);
+}
 
 void describe(std::string& text, double value) {
   char number[40];

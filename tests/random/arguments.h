@@ -3,6 +3,7 @@
 #ifndef QUORVEX_TESTS_RANDOM_ARGUMENTS_H
 #define QUORVEX_TESTS_RANDOM_ARGUMENTS_H
 
+#include <cstdint>
 #include <cstring>
 #include <deque>
 #include <string>
@@ -19,20 +20,32 @@ struct Lasting {
   qxBars bars = {};
   qxOrderSystem system = {};
   qxGraph graph = {};
-  std::vector<qxArray> chartSeries;
+  qxArray chartSeries[3] = {};
 };
 
 void openLasting(Lasting& lasting, Random& random);
 void closeLasting(Lasting& lasting);
 
+// Where the texts of a call come from.
+enum class Texts {
+  kAny,
+  kFiles,   // a folder and a file of it, then any
+  kOutput,  // an output name, then any
+  kNames    // order names
+};
+
 struct Context {
   Random& random;
   Lasting& lasting;
+  Texts texts = Texts::kAny;
+  int32_t textsMade = 0;
   std::deque<qxArray> arrays;  // addresses stay
   std::deque<qxBars> bars;
   std::deque<qxCandles> candles;
   std::deque<std::vector<char>> buffers;
   std::string described;  // filled only when asked for
+
+  Context(Random& r, Lasting& l) : random(r), lasting(l) {}
 };
 
 // Releases every distinct block once, since records of one call may share blocks.
@@ -42,7 +55,11 @@ void release(Context& context);
 qxArray* randomArray(Context& context);
 qxBars* randomBars(Context& context);
 qxCandles* randomCandles(Context& context);
-// Zeroed or random bytes of the given size, exactly allocated so that an overrun is seen; null at
+const char* randomText(Context& context);
+// The lasting order system and graph, at times null, at times with hostile settings.
+qxOrderSystem* randomSystem(Context& context);
+qxGraph* randomGraph(Context& context);
+// Bytes of the given size, exactly allocated so that an overrun is seen; null at
 // times.
 void* randomBytes(Context& context, int32_t size, bool nullable = true);
 
@@ -71,15 +88,11 @@ struct Make<double> {
 };
 template <>
 struct Make<const char*> {
-  static const char* value(Context& context) {
-    return onceIn(context.random, 40) ? nullptr : hostileText(context.random);
-  }
+  static const char* value(Context& context) { return randomText(context); }
 };
 template <>
 struct Make<char*> {  // a result text
-  static char* value(Context& context) {
-    return static_cast<char*>(randomBytes(context, 4096));
-  }
+  static char* value(Context& context) { return static_cast<char*>(randomBytes(context, 4096)); }
 };
 template <>
 struct Make<qxArray*> {
@@ -107,9 +120,7 @@ struct Make<const qxCandles*> {
 };
 template <>
 struct Make<qxOrderSystem*> {
-  static qxOrderSystem* value(Context& context) {
-    return onceIn(context.random, 40) ? nullptr : &context.lasting.system;
-  }
+  static qxOrderSystem* value(Context& context) { return randomSystem(context); }
 };
 template <>
 struct Make<const qxOrderSystem*> {
@@ -119,9 +130,7 @@ struct Make<const qxOrderSystem*> {
 };
 template <>
 struct Make<qxGraph*> {
-  static qxGraph* value(Context& context) {
-    return onceIn(context.random, 40) ? nullptr : &context.lasting.graph;
-  }
+  static qxGraph* value(Context& context) { return randomGraph(context); }
 };
 template <>
 struct Make<const qxGraph*> {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/random/arguments.h"
+#include "tests/random/files.h"
 
 namespace qxrandom {
 
@@ -16,6 +17,16 @@ struct Call {
   void (*run)(Context& context, bool describeOnly);
 };
 
+// Calls a function with the arguments made, or describes them.
+template <auto Function, typename... Arguments>
+void finish(Context& context, bool describeOnly, Arguments... arguments) {
+  if (describeOnly) {
+    (describeArgument(context.described, arguments), ...);
+  } else {
+    Function(arguments...);
+  }
+}
+
 // Any exported function, its arguments made by type from left to right.
 template <auto Function>
 struct ByType;
@@ -24,11 +35,17 @@ template <typename Result, typename... Arguments, Result (*Function)(Arguments..
 struct ByType<Function> {
   static void run(Context& context, bool describeOnly) {
     std::tuple<Arguments...> arguments{Make<Arguments>::value(context)...};
-    if (describeOnly) {
-      std::apply([&](auto&... a) { (describeArgument(context.described, a), ...); }, arguments);
-    } else {
-      std::apply(Function, arguments);
-    }
+    std::apply([&](auto... a) { finish<Function>(context, describeOnly, a...); }, arguments);
+  }
+};
+
+// The same with texts of a certain kind.
+template <auto Function, Texts Kind>
+struct WithTexts {
+  static void run(Context& context, bool describeOnly) {
+    context.texts = Kind;
+    if (Kind == Texts::kFiles) disturbFiles(context.random);
+    ByType<Function>::run(context, describeOnly);
   }
 };
 

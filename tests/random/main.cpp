@@ -1,26 +1,27 @@
-// Random calls of every exported function: quorvex_random_calls [--calls N] [--seed S] [--only NAME]
-// [--list]. A call that crashes prints its seed, number, function and arguments.
+// Random calls of every exported function: quorvex_random_calls [--calls N] [--seed S] [--only
+// NAME]
+// [--list]. A call that crashes or does not return prints its seed, number, function and arguments.
+#include <atomic>
+#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
+#include <thread>
 
 #include "tests/random/call_table.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/common_interface_defs.h>
-#endif
 
 namespace {
 
 using namespace qxrandom;
 
 constexpr int64_t kCallsPerLasting = 2000;  // calls that share one order system and one graph
+constexpr auto kPatience = std::chrono::seconds(60);  // for one call
 
 struct Progress {
   uint64_t seed;
-  int64_t number;
+  std::atomic<int64_t> number;
   const Call* call;
   uint64_t argumentState;  // the generator just before the arguments were made
   Lasting* lasting;
@@ -28,110 +29,151 @@ struct Progress {
 
 Progress progress = {};
 
+// Makes the arguments of the failing call once more, to print them.
 void report() {
-  if (progress.call == nullptr) return;
+  const Call* const call = progress.call;
+  progress.call = nullptr;  // should this fail in turn, it is not tried again
+  if (call == nullptr) return;
   std::fprintf(stderr, "seed %llu, call %lld: %s\n", static_cast<unsigned long long>(progress.seed),
-               static_cast<long long>(progress.number), progress.call->name);
+               static_cast<long long>(progress.number), call->name);
   Random again = {progress.argumentState};
-  Context context = {again, *progress.lasting, {}, {}, {}, {}, {}};
-  progress.call->run(context, true);
+  Context context(again, *progress.lasting);
+  call->run(context, true);
   std::fprintf(stderr, "arguments: %s\n", context.described.c_str());
 }
 
-// Files that the readers can find in the current folder.
-void writeFiles(Random& random) {
-  std::filesystem::create_directory("folder");
-  std::ofstream("prices.csv") << "date,open,high,low,close,volume\n"
-                                 "1999-03-15,10,12,9,11,100\n1999-03-16,11,13,10,12,200\n"
-                                 "\n1999-03-17,12,14,11,13,300";
-  std::ofstream("txtinfo.txt") << "delimit = ,\nskip=1\ndt=1\nop=2\nhi=3\nlo=4\ncl=5\nvol=6\n"
-                                  "dtformat=YMD\n";
-  std::ofstream master("master", std::ios::binary);
-  for (int32_t i = 0; i < 53 * 4; ++i) master.put(i == 0 ? 3 : static_cast<char>(next(random)));
-  std::ofstream data("F1.DAT", std::ios::binary);
-  for (int32_t i = 0; i < 28 * 5; ++i) data.put(static_cast<char>(next(random)));
+void reportSignal(int signal) {
+  std::signal(signal, SIG_DFL);
+  report();
+  std::raise(signal);
 }
 
-}  // namespace
-
-#if defined(__SANITIZE_ADDRESS__)
-// A huge allocation fails as it would on a small machine.
-extern "C" const char* __asan_default_options() {
-  return "allocator_may_return_null=1:max_allocation_size_mb=64:detect_leaks=1";
+// Ends the program when one call takes too long.
+void watch() {
+  int64_t last = -1;
+  for (;;) {
+    std::this_thread::sleep_for(kPatience);
+    if (progress.number == last) {
+      std::fprintf(stderr, "a call does not return\n");
+      report();
+      std::_Exit(1);
+    }
+    last = progress.number;
+  }
 }
-#endif
 
-int main(int argc, char** argv) {
+struct Options {
   int64_t calls = 200000;
   uint64_t seed = 1;
   const char* only = nullptr;
+  bool list = false;
+};
+
+bool readOptions(int argc, char** argv, Options* options) {
   for (int i = 1; i < argc; ++i) {
     const bool hasValue = i + 1 < argc;
     if (std::strcmp(argv[i], "--list") == 0) {
-      for (const Call& call : callTable()) std::puts(call.name);
-      return 0;
-    }
-    if (std::strcmp(argv[i], "--calls") == 0 && hasValue) {
-      calls = std::strtoll(argv[++i], nullptr, 10);
+      options->list = true;
+    } else if (std::strcmp(argv[i], "--calls") == 0 && hasValue) {
+      options->calls = std::strtoll(argv[++i], nullptr, 10);
     } else if (std::strcmp(argv[i], "--seed") == 0 && hasValue) {
-      seed = std::strtoull(argv[++i], nullptr, 10);
+      options->seed = std::strtoull(argv[++i], nullptr, 10);
     } else if (std::strcmp(argv[i], "--only") == 0 && hasValue) {
-      only = argv[++i];
+      options->only = argv[++i];
     } else {
-      std::fprintf(stderr, "usage: %s [--calls N] [--seed S] [--only NAME] [--list]\n", argv[0]);
-      return 2;
+      return false;
     }
   }
+  return true;
+}
 
-  std::vector<Call> chosen;
-  for (const Call& call : callTable()) {
-    if (only == nullptr || std::strcmp(only, call.name) == 0) chosen.push_back(call);
-  }
-  if (chosen.empty()) {
-    std::fprintf(stderr, "no function of that name\n");
-    return 2;
-  }
+// What the functions print to standard output is not looked at here.
+bool turnOutputAside() {
+  return std::freopen("printed.txt", "w", stdout) != nullptr;
+}
 
-  const auto home = std::filesystem::current_path();
-  const auto folder = std::filesystem::temp_directory_path() /
-                      ("qxrandom" + std::to_string(seed) + "-" + std::to_string(calls));
-  std::filesystem::create_directories(folder);
-  std::filesystem::current_path(folder);
-  // What the functions print to standard output is not looked at here.
-  if (std::freopen("printed.txt", "w", stdout) == nullptr) return 1;
-#if defined(__SANITIZE_ADDRESS__)
-  __sanitizer_set_death_callback(report);
-#endif
-
-  Random random = {seed};
+void makeCalls(const std::vector<Call>& chosen, const Options& options) {
+  Random random = {options.seed};
   Lasting lasting = {};
-  progress.seed = seed;
+  progress.seed = options.seed;
   progress.lasting = &lasting;
-  writeFiles(random);
   openLasting(lasting, random);
-  for (int64_t n = 0; n < calls; ++n) {
+  for (int64_t n = 0; n < options.calls; ++n) {
     if (n % kCallsPerLasting == kCallsPerLasting - 1) {
       closeLasting(lasting);
       lasting = {};
       openLasting(lasting, random);
-      writeFiles(random);
-      if (std::freopen("printed.txt", "w", stdout) == nullptr) return 1;
+      writeFiles();
+      if (!turnOutputAside()) std::abort();
     }
-    const Call& call = chosen[static_cast<size_t>(below(random, static_cast<int32_t>(chosen.size())))];
+    const Call& call =
+        chosen[static_cast<size_t>(below(random, static_cast<int32_t>(chosen.size())))];
+    progress.argumentState = random.state;
     progress.number = n;
     progress.call = &call;
-    progress.argumentState = random.state;
-    Context context = {random, lasting, {}, {}, {}, {}, {}};
+    Context context(random, lasting);
     call.run(context, false);
     progress.call = nullptr;
     release(context);
   }
   closeLasting(lasting);
+}
+
+}  // namespace
+
+#if defined(__SANITIZE_ADDRESS__)
+// A huge allocation fails as it would on a small machine; a fault ends in the signal that reports
+// the call.
+extern "C" const char* __asan_default_options();
+extern "C" const char* __asan_default_options() {
+  return "allocator_may_return_null=1:max_allocation_size_mb=64:detect_leaks=1:abort_on_error=1:"
+         "quarantine_size_mb=16";
+}
+extern "C" const char* __ubsan_default_options();
+extern "C" const char* __ubsan_default_options() {
+  return "print_stacktrace=1:abort_on_error=1";
+}
+#endif
+
+int main(int argc, char** argv) {
+  Options options;
+  if (!readOptions(argc, argv, &options)) {
+    std::fprintf(stderr, "usage: %s [--calls N] [--seed S] [--only NAME] [--list]\n", argv[0]);
+    return 2;
+  }
+  std::vector<Call> chosen;
+  for (const Call& call : callTable()) {
+    if (options.list) std::puts(call.name);
+    if (options.only == nullptr || std::strcmp(options.only, call.name) == 0)
+      chosen.push_back(call);
+  }
+  if (options.list) return 0;
+  if (chosen.empty()) {
+    std::fprintf(stderr, "no function of that name\n");
+    return 2;
+  }
+
+  // Three folders deep: names such as ".." lead no further than into the upper two.
+  const auto home = std::filesystem::current_path();
+  const auto top =
+      std::filesystem::temp_directory_path() /
+      ("qxrandom" + std::to_string(options.seed) + "-" + std::to_string(options.calls));
+  std::filesystem::remove_all(top);
+  std::filesystem::create_directories(top / "middle" / "work");
+  std::filesystem::current_path(top / "middle" / "work");
+  writeFiles();
+  if (!turnOutputAside()) return 1;
+
+  for (const int signal : {SIGABRT, SIGSEGV, SIGFPE, SIGILL}) std::signal(signal, reportSignal);
+  std::thread(watch).detach();
+  makeCalls(chosen, options);
+
   std::filesystem::current_path(home);
   std::fclose(stdout);
   std::error_code ignored;
-  std::filesystem::remove_all(folder, ignored);
+  std::filesystem::remove_all(top, ignored);
   std::fprintf(stderr, "%lld random calls of %zu functions, seed %llu\n",
-               static_cast<long long>(calls), chosen.size(), static_cast<unsigned long long>(seed));
+               static_cast<long long>(options.calls), chosen.size(),
+               static_cast<unsigned long long>(options.seed));
   return 0;
 }

@@ -17,13 +17,30 @@ int32_t below(Random& random, int32_t bound) {
   return static_cast<int32_t>(next(random) % static_cast<uint64_t>(bound));
 }
 
-bool onceIn(Random& random, int32_t times) { return below(random, times) == 0; }
+bool onceIn(Random& random, int32_t times) {
+  return below(random, times) == 0;
+}
 
 int32_t hostileInt(Random& random) {
-  constexpr int32_t kExtremes[] = {
-      INT32_MIN, INT32_MIN + 1, -86400,    -100,         -2,           -1,        0,
-      1,         2,             3,         86400,        1 << 30,      (1 << 30) + 1,
-      20200229,  19991231,      235959,    INT32_MAX / 2, INT32_MAX - 1, INT32_MAX};
+  constexpr int32_t kExtremes[] = {INT32_MIN,
+                                   INT32_MIN + 1,
+                                   -86400,
+                                   -100,
+                                   -2,
+                                   -1,
+                                   0,
+                                   1,
+                                   2,
+                                   3,
+                                   86400,
+                                   1 << 30,
+                                   (1 << 30) + 1,
+                                   20200229,
+                                   19991231,
+                                   235959,
+                                   INT32_MAX / 2,
+                                   INT32_MAX - 1,
+                                   INT32_MAX};
   switch (below(random, 10)) {
     case 0:
       return kExtremes[below(random, static_cast<int32_t>(std::size(kExtremes)))];
@@ -78,15 +95,69 @@ const char* hostileText(Random& random) {
   static const std::string kLong(300, 'x');
   static const std::string kLongBlanks(290, ' ');
   static const std::string kLongDigits = std::string(40, '9') + "/" + std::string(40, '1');
-  static const char* const kTexts[] = {
-      "", " ", ",", ", ", "\t", ",;|", "0123456789abcdef", "12345678901234567", "A", "d", "S", "D",
-      "1999-03-15", "19990315", "03/15/1999 2:30 PM", "15-Mar-99", "9:30", "093015", "2p",
-      "yyyy/mm/dd hh:nn:ss", "mmm d yy AM/PM", "a", "A/", "hH:mM:sS A/P", "MA", "%f %i\n",
-      "%CYMDi %HMSi %8.3f %r\n", "%", "%%", "%n%s%p", "%*d %999999999f", "%hhi%lli%Lf", "qxCPR",
-      "qxgap", "qxHammer", "QXTWEEZERTOPS", "no such name", "master", "F1.DAT", "prices.csv",
-      "txtinfo.txt", ".", "..", "missing", "folder/", "folder\\", " folder ", "out.txt", "STDOUT",
-      "stdout ", "CT", "2", "7", "TXT", "99999999999999999999", "-1", "Arial", "\xFF\xFE\x80",
-      "line\nbreak\r\n", "<&\"'>", kLong.c_str(), kLongBlanks.c_str(), kLongDigits.c_str()};
+  static const char* const kTexts[] = {"",
+                                       " ",
+                                       ",",
+                                       ", ",
+                                       "\t",
+                                       ",;|",
+                                       "0123456789abcdef",
+                                       "12345678901234567",
+                                       "A",
+                                       "d",
+                                       "S",
+                                       "D",
+                                       "1999-03-15",
+                                       "19990315",
+                                       "03/15/1999 2:30 PM",
+                                       "15-Mar-99",
+                                       "9:30",
+                                       "093015",
+                                       "2p",
+                                       "yyyy/mm/dd hh:nn:ss",
+                                       "mmm d yy AM/PM",
+                                       "a",
+                                       "A/",
+                                       "hH:mM:sS A/P",
+                                       "MA",
+                                       "%f %i\n",
+                                       "%CYMDi %HMSi %8.3f %r\n",
+                                       "%",
+                                       "%%",
+                                       "%n%s%p",
+                                       "%*d %999999999f",
+                                       "%hhi%lli%Lf",
+                                       "qxCPR",
+                                       "qxgap",
+                                       "qxHammer",
+                                       "QXTWEEZERTOPS",
+                                       "no such name",
+                                       "master",
+                                       "F1.DAT",
+                                       "prices.csv",
+                                       "txtinfo.txt",
+                                       ".",
+                                       "..",
+                                       "missing",
+                                       "folder/",
+                                       "folder\\",
+                                       " folder ",
+                                       "out.txt",
+                                       "STDOUT",
+                                       "stdout ",
+                                       "CT",
+                                       "2",
+                                       "7",
+                                       "TXT",
+                                       "99999999999999999999",
+                                       "-1",
+                                       "Arial",
+                                       "\xFF\xFE\x80",
+                                       "line\nbreak\r\n",
+                                       "<&\"'>",
+                                       kLong.c_str(),
+                                       kLongBlanks.c_str(),
+                                       kLongDigits.c_str()};
   return kTexts[below(random, static_cast<int32_t>(std::size(kTexts)))];
 }
 
