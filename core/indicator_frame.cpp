@@ -107,7 +107,7 @@ int32_t heldSize(const qxArray& array) {
 
 int32_t heldLength(int32_t length, std::initializer_list<const qxArray*> series) {
   for (const qxArray* s : series) length = std::min(length, heldSize(*s));
-  return length;
+  return std::max(0, length);
 }
 
 qxArray headOf(const qxArray& array, int32_t length) {
