@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/numeric.h"
 #include "core/output.h"
 #include "datafiles/code_names.h"
 #include "datafiles/listing.h"
 #include "datafiles/paths.h"
+#include "platform/platform.h"
 #include "quorvex.h"
 
 namespace qx {
@@ -88,10 +90,17 @@ void printCsiRecord(std::FILE* out, const char* record, int32_t number) {
 int32_t printCsiDirectory(std::FILE* out, const char* folder) {
   std::FILE* directory = openInFolder(folder, kCsiDirectory);
   if (directory == nullptr) return QX_ERR_FILE_NOT_FOUND;
+  // The size is taken once: the listing may go to the directory file itself.
+  int64_t size = 0;
+  if (!fileSize(directory, &size) || !seekFile(directory, 0)) {
+    std::fclose(directory);
+    return QX_ERR_FILE_SEEK;
+  }
+  const int32_t records = saturateToInt32(size / static_cast<int64_t>(kCsiRecord));
   char record[kCsiRecord];
-  for (int32_t number = 1; std::fread(record, 1, sizeof record, directory) == sizeof record;
-       ++number) {
-    printCsiRecord(out, record, number);
+  int32_t number = 0;
+  while (number < records && std::fread(record, 1, sizeof record, directory) == sizeof record) {
+    printCsiRecord(out, record, ++number);
   }
   const bool failed = std::ferror(directory) != 0;
   std::fclose(directory);
