@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr double kMostLevels = 1e7;  // beyond it a chart is a mistake of the box size
+
 // The levels of the chart and how near a column must come to one.
 struct Levels {
   double top;
@@ -31,10 +33,11 @@ Levels findLevels(const qxBars& columns, int32_t count, double box) {
   return levels;
 }
 
-// True when a step of one box changes every level between the two ends; the spacing of doubles is
-// widest at one of them.
+// True when there are no more levels than a chart can have and a step of one box changes every
+// level between the two ends; the spacing of doubles is widest at one of them.
 bool canStep(const Levels& levels) {
-  return levels.top - levels.box != levels.top && levels.bottom - levels.box != levels.bottom;
+  return !((levels.top - levels.bottom) / levels.box > kMostLevels) &&
+         levels.top - levels.box != levels.top && levels.bottom - levels.box != levels.bottom;
 }
 
 char markAt(const qxBars& columns, int32_t column, double level, double tolerance) {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 
 #include "core/numeric.h"
 
@@ -98,7 +99,7 @@ Printed roundMark(double value, int32_t decimals) {
   printed.fraction = truncateToInt64((magnitude - static_cast<double>(printed.whole)) * unit + 0.5);
   if (static_cast<double>(printed.fraction) >= unit) {
     printed.fraction = 0;
-    ++printed.whole;
+    if (printed.whole < std::numeric_limits<int64_t>::max()) ++printed.whole;
   }
   printed.negative = value < 0.0 && (printed.whole != 0 || printed.fraction != 0);
   return printed;

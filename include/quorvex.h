@@ -2965,8 +2965,8 @@ QX_API int32_t qxBars2PNFhilo(const qxBars* bars, qxBars* columns, qxArray* map,
  * @param box       size of a box, as for the columns
  * @param fileName  text file, written anew when `append` is 0 and otherwise extended
  * QX_ERR_FILE_OPEN when the file cannot be opened; QX_ERR_FILE_WRITE when its writing fails;
- * QX_ERR_INVALID_PARM without columns, or for a box that is not above 0 or too small to change a
- * price of this size. */
+ * QX_ERR_INVALID_PARM without columns, or for a box that is not above 0, too small to change a
+ * price of this size, or so small that the chart would have more than ten million lines. */
 QX_API int32_t qxPNFchart(const qxBars* columns, double box, const char* fileName, int32_t append);
 
 #ifdef __cplusplus

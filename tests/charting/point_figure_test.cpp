@@ -157,7 +157,7 @@ TEST(PointFigure, ChartRefusesBoxesThatDoNotStep) {
   BarSet none;
   const TemporaryFolder folder;
   const std::string path = folder.file("chart.txt");
-  for (double box : {0.0, -1.0, 1e-9, 4e-324, std::nan(""), HUGE_VAL}) {
+  for (double box : {0.0, -1.0, 1e-9, 1e-7, 4e-324, std::nan(""), HUGE_VAL}) {
     EXPECT_EQ(qxPNFchart(columns, box, path.c_str(), 0), QX_ERR_INVALID_PARM) << box;
   }
   EXPECT_EQ(qxPNFchart(none, 1.0, path.c_str(), 0), QX_ERR_INVALID_PARM);
