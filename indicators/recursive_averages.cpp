@@ -4,6 +4,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 #include "core/indicator_frame.h"
 #include "core/numeric.h"
@@ -71,6 +72,34 @@ bool generalisedPass(const double* in, double* out, int64_t length, int64_t s, d
     out[i] = value;
   }
   return changed != 0;
+}
+
+// Passes over `out` that a caller may mean; more of them are watched for a state that comes back.
+constexpr int32_t kWatchedPasses = 4096;
+
+// `passes` passes over `out` in place. Passes soon change nothing or go round in circles, so the
+// number of them is no measure of the work.
+void repeatPasses(double* out, int64_t length, int64_t s, double factor, double volumeFactor,
+                  int32_t passes) {
+  qxArray earlier = {};
+  const auto size = static_cast<size_t>(length) * sizeof(double);
+  if (passes > kWatchedPasses) qxAllocArray(&earlier, static_cast<int32_t>(length));
+  int64_t lap = 0;  // passes since `earlier` was taken
+  int64_t longestLap = 1;
+  for (int32_t left = passes; left > 0; --left) {
+    if (!generalisedPass(out, out, length, s, factor, volumeFactor)) break;
+    if (earlier.data == nullptr) continue;
+    ++lap;
+    if (std::memcmp(out, earlier.data, size) == 0) {
+      left = static_cast<int32_t>((left - 1) % lap) + 1;
+      qxFreeArray(&earlier);
+    } else if (lap == longestLap) {
+      std::memcpy(earlier.data, out, size);
+      longestLap *= 2;
+      lap = 0;
+    }
+  }
+  qxFreeArray(&earlier);
 }
 
 void zeroLagAverage(const double* in, double* out, int64_t length, int64_t s, int64_t lag,
@@ -211,11 +240,7 @@ int32_t qxT3(const qxArray* in, qxArray* out, double period, double volumeFactor
   const double v = std::clamp(volumeFactor, 0.0, 1.0);
   const double factor = qxPeriodToExp(period);
   generalisedPass(in->data, out->data, length, s, factor, v);
-  // A pass that changes nothing would be followed by more of the same.
-  bool changed = true;
-  for (int64_t pass = 2; pass <= passes && changed; ++pass) {
-    changed = generalisedPass(out->data, out->data, length, s, factor, v);
-  }
+  repeatPasses(out->data, length, s, factor, v, passes > 1 ? passes - 1 : 0);
   return qx::markFirstValid(s, {out});
 }
 
