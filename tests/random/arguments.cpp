@@ -147,7 +147,8 @@ qxBars* randomBars(Context& context) {
     fillBars(random, bars);
     if (onceIn(random, 6)) qxReSizeBars(&bars, below(random, bars.datasize + 1));
     if (onceIn(random, 8)) {  // sizes that do not match
-      qxArray* series = seriesOf(bars, below(random, 7));
+      // The dates tell whether a set is allocated; without them its other blocks would be lost.
+      qxArray* series = seriesOf(bars, 1 + below(random, 6));
       if (onceIn(random, 3)) {
         qxFreeArray(series);
       } else {
@@ -182,12 +183,19 @@ const char* randomText(Context& context) {
   static const char* const kFiles[] = {"prices.csv", "prices.csv", "PRICES.CSV", "txtinfo.txt",
                                        "F1.DAT",     "f2.dat",     "ABC",        "abc@d",
                                        "XYZ",        "BIG",        "F300.MWD",   "qmaster"};
+  static const char* const kTypes[] = {"AIQ", "CSI", "CT", "DJ",  "FS",          "TC",
+                                       "TT",  "2",   "7",  "TXT", "txtinfo.txt", ""};
   static const char* const kOutputs[] = {"STDOUT", "stdout", "out.txt", "folder/out.txt"};
   static const char* const kNames[] = {"A", "B", "", "a name that is cut to twenty characters"};
   Random& random = context.random;
   const int32_t made = context.textsMade++;
   if (onceIn(random, 40)) return nullptr;
   if (onceIn(random, 8)) return hostileText(random);
+  if (context.texts == Texts::kTyped) {
+    context.texts = Texts::kFiles;
+    context.textsMade = 0;
+    return kTypes[below(random, 12)];
+  }
   if (context.texts == Texts::kFiles && made == 0) {
     return onceIn(random, 5) ? kFolders[below(random, 6)] : ".";
   }

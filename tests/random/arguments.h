@@ -30,6 +30,7 @@ void closeLasting(Lasting& lasting);
 enum class Texts {
   kAny,
   kFiles,   // a folder and a file of it, then any
+  kTyped,   // a file type, a folder and a file of it
   kOutput,  // an output name, then any
   kNames    // order names
 };

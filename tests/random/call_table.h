@@ -44,7 +44,7 @@ template <auto Function, Texts Kind>
 struct WithTexts {
   static void run(Context& context, bool describeOnly) {
     context.texts = Kind;
-    if (Kind == Texts::kFiles) disturbFiles(context.random);
+    if (Kind == Texts::kFiles || Kind == Texts::kTyped) disturbFiles(context.random);
     ByType<Function>::run(context, describeOnly);
   }
 };

@@ -181,6 +181,87 @@ void callCandleConstruct(Context& context, bool describeOnly) {
   finish<qxCandleConstruct>(context, describeOnly, bars, candles);
 }
 
+void callTXT2Array(Context& context, bool describeOnly) {
+  static const char* const kFiles[] = {"prices.csv", "prices.csv", "txtinfo.txt", "F2.DOP"};
+  disturbFiles(context.random);
+  const char* file =
+      onceIn(context.random, 4) ? randomText(context) : kFiles[below(context.random, 4)];
+  qxArray* array = ownArray(context, false);
+  const char* delimiters = onceIn(context.random, 3) ? randomText(context) : ",= ";
+  const int32_t skip = hostileInt(context.random);
+  finish<qxTXT2Array>(context, describeOnly, file, array, delimiters, skip,
+                      hostileInt(context.random));
+}
+
+// A format of random conversions, or any text.
+static const char* randomFormat(Context& context) {
+  static const char* const kParts[] = {
+      "%f",     "%8.3f", "%i",     "%u", "%5d",         "%r",       "%4r ",           "%%",
+      "%CYMDi", "%HMi",  "%HMS-i", ";",  "%-+0 #12.5f", "%999999i", "%.99999999999f", "%ymd",
+      "%l"};
+  if (onceIn(context.random, 3)) return randomText(context);
+  std::vector<char> text;
+  for (int32_t n = below(context.random, 12); n > 0; --n) {
+    const char* part = kParts[below(context.random, 17)];
+    text.insert(text.end(), part, part + std::strlen(part));
+  }
+  text.push_back('\0');
+  context.buffers.push_back(std::move(text));
+  return context.buffers.back().data();
+}
+
+// More series than the longest of the random formats can consume.
+void callArrayPrintf(Context& context, bool describeOnly) {
+  Random& random = context.random;
+  const int32_t append = below(random, 2);
+  const int32_t start = hostileInt(random);
+  const int32_t end = hostileInt(random);
+  const char* header = onceIn(random, 3) ? randomFormat(context) : nullptr;
+  const char* format = randomFormat(context);
+  qxArray* s[8];
+  for (qxArray*& series : s) {
+    do series = randomArray(context);
+    while (series == nullptr && !onceIn(random, 8));
+  }
+  finish<qxArrayPrintf>(context, describeOnly, "out.txt", append, start, end, header, format, s[0],
+                        s[1], s[2], s[3], s[4], s[5], s[6], s[7], s[0], s[1], s[2], s[3], s[4],
+                        s[5], s[6], s[7], s[0], s[1], s[2], s[3], s[4], s[5], s[6], s[7]);
+}
+
+// Outputs that the call always allocates anew.
+template <auto Function>
+static void convertToColumns(Context& context, bool describeOnly) {
+  const qxBars* bars = randomBars(context);
+  qxBars* columns = ownBars(context, false);
+  qxArray* map = ownArray(context, false);
+  const double box = hostileDouble(context.random);
+  const double reversal = hostileDouble(context.random);
+  finish<Function>(context, describeOnly, bars, columns, map,
+                   onceIn(context.random, 2) ? box / 64.0 : box,
+                   onceIn(context.random, 2) ? reversal : 1.0 + below(context.random, 3),
+                   hostileInt(context.random));
+}
+
+void callBars2PNF(Context& context, bool describeOnly) {
+  convertToColumns<qxBars2PNF>(context, describeOnly);
+}
+
+void callBars2PNFhilo(Context& context, bool describeOnly) {
+  convertToColumns<qxBars2PNFhilo>(context, describeOnly);
+}
+
+// The work grows with the passes, unless they come to rest: the very largest number only over a
+// period for which they do.
+void callT3(Context& context, bool describeOnly) {
+  const qxArray* in = randomArray(context);
+  qxArray* out = randomArray(context);
+  const double volumeFactor = hostileDouble(context.random);
+  const bool endless = onceIn(context.random, 8);
+  const int32_t passes = endless ? INT32_MAX : hostileInt(context.random) % 10000;
+  finish<qxT3>(context, describeOnly, in, out, endless ? 4.0 : hostileDouble(context.random),
+               volumeFactor, passes, hostileInt(context.random));
+}
+
 void callErrDesc(Context& context, bool describeOnly) {
   const int32_t code =
       onceIn(context.random, 4) ? hostileInt(context.random) : -below(context.random, 12);

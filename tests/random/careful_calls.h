@@ -15,6 +15,13 @@ void callAllocBars(Context& context, bool describeOnly);
 void callReAllocBars(Context& context, bool describeOnly);
 void callFreeBars(Context& context, bool describeOnly);
 void callCandleConstruct(Context& context, bool describeOnly);
+void callTXT2Array(Context& context, bool describeOnly);
+void callArrayPrintf(Context& context, bool describeOnly);
+void callBars2PNF(Context& context, bool describeOnly);
+void callBars2PNFhilo(Context& context, bool describeOnly);
+
+// Work that grows with an argument.
+void callT3(Context& context, bool describeOnly);
 
 // Results of a stated size.
 void callErrDesc(Context& context, bool describeOnly);
