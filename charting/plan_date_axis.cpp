@@ -27,7 +27,6 @@ LabelWidths measureLabels(const Planner& planner) {
   return widths;
 }
 
-// The bars of the axis: those in view that have a date and stand left of the bar area's end.
 struct DateWalk {
   const double* dates;
   IndexRange bars;
@@ -43,10 +42,7 @@ DateWalk walkDates(const Planner& planner) {
   const int64_t inset = barInset(graph);
   const int64_t left = graph.bararea.left;
   walk.origin = left + inset - int64_t{graph.firstshown} * walk.barWidth;
-  walk.bars = shownRange(graph, planner.datedLength);
-  const int64_t columns = int64_t{graph.bararea.right} - left - inset - 1;
-  const int64_t lastSlot = columns < 0 ? -1 : columns / walk.barWidth;
-  walk.bars.last = std::min(walk.bars.last, graph.firstshown + lastSlot);
+  walk.bars = datedBarsInView(planner);
   return walk;
 }
 
@@ -102,6 +98,15 @@ void restoreLabel(Planner* planner, const LabelRow& row) {
 }
 
 }  // namespace
+
+IndexRange datedBarsInView(const Planner& planner) {
+  const qxGraph& graph = *planner.graph;
+  IndexRange bars = shownRange(graph, planner.datedLength);
+  const int64_t columns = int64_t{graph.bararea.right} - graph.bararea.left - barInset(graph) - 1;
+  const int64_t lastSlot = columns < 0 ? -1 : columns / barWidth(graph);
+  bars.last = std::min(bars.last, graph.firstshown + lastSlot);
+  return bars;
+}
 
 void planDateAxis(Planner* planner) {
   if (planner->dated == nullptr) return;

@@ -29,19 +29,15 @@ void planStrip(Planner* planner, const qxRect& strip, uint32_t back, const LineF
 void formatRange(const Planner& planner, char* text, size_t size) {
   text[0] = '\0';
   if (planner.dated == nullptr) return;
-  const qxGraph& graph = *planner.graph;
-  const IndexRange shown = shownRange(graph, planner.datedLength);
-  const int64_t columns = int64_t{graph.bararea.right} - graph.bararea.left;
-  const int64_t slots = columns / barWidth(graph);
-  const int64_t last = std::min(shown.last, graph.firstshown + std::max<int64_t>(slots - 1, 0));
-  if (shown.first > last) return;
+  const IndexRange shown = datedBarsInView(planner);
+  if (shown.first > shown.last) return;
   const double* dates = planner.dated->date.data;
   char picture[kDateTextSize];
   const bool intraday = planner.dated->frequency == QX_FREQ_INTRADAY;
   std::snprintf(picture, sizeof picture, "%s%s", datePicture(), intraday ? " hh:nn" : "");
   char from[kDateTextSize], to[kDateTextSize];
   qxFormatDate(dates[shown.first], picture, from);
-  qxFormatDate(dates[last], picture, to);
+  qxFormatDate(dates[shown.last], picture, to);
   std::snprintf(text, size, "%s - %s", from, to);
 }
 

@@ -52,7 +52,8 @@ void planScales(Planner* planner, qxGraphSubwin* pane);
 void findAxisWidths(Planner* planner);
 void planValueAxes(Planner* planner);
 
-// plan_date_axis.cpp
+// plan_date_axis.cpp: the axis, and the dated bars that stand left of the bar area's end.
+IndexRange datedBarsInView(const Planner& planner);
 void planDateAxis(Planner* planner);
 
 // plan_charts.cpp: one chart, drawn in a pane whose clip is set.
