@@ -51,6 +51,7 @@ start_wine() {
 
 step "Installing what is missing" scripts/setup.sh test
 step "Checking the format" format_check
+step "Comparing the records with their list" scripts/list_records.py --check
 
 step "Building for Linux" build native
 run_tests "Testing on Linux" build/native/bin/quorvex_tests
