@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 
@@ -31,6 +32,13 @@ inline double powerOfTen(int32_t exponent) {
   double power = 1.0;
   for (int32_t i = 0; i < exponent; ++i) power *= 10.0;
   return power;
+}
+
+// base to the power of an exponent. C libraries differ here by dozens of units in the last place,
+// since some multiply whole powers out; in extended precision they agree.
+inline double power(double base, double exponent) {
+  return static_cast<double>(
+      std::pow(static_cast<long double>(base), static_cast<long double>(exponent)));
 }
 
 // The value where the condition holds, else 0.0. It never branches, which pays where the condition

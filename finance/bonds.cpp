@@ -1,6 +1,5 @@
 // Bonds and Treasury bills: accrued interest, pricing, duration and yields.
-#include <cmath>
-
+#include "core/numeric.h"
 #include "quorvex.h"
 
 namespace {
@@ -31,7 +30,7 @@ double qxBondPricing(const qxBond* bond, double yield, double date) {
   for (int32_t payment = 0; payment < kMaxPayments && t <= term; ++payment) {
     // Kept: the times add up step by step, so with thirds or twelfths of a year the last one may
     // miss the term, and the face value is left out.
-    value += (t < term ? cash : cash + bond->face) / std::pow(y, t);
+    value += (t < term ? cash : cash + bond->face) / qx::power(y, t);
     const double next = t + step;
     if (next == t) break;
     t = next;

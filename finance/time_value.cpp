@@ -1,6 +1,5 @@
 // Compound interest and annuities.
-#include <cmath>
-
+#include "core/numeric.h"
 #include "quorvex.h"
 
 namespace {
@@ -10,7 +9,7 @@ constexpr double kRefused = -1.0;
 // What one unit grows to: (1 + r / m)^n over n = m * years periods.
 double growth(const qxTimeValue& tv, double sign) {
   const double periods = tv.periods;
-  return std::pow(1 + tv.rate / 100 / periods, sign * (periods * tv.years));
+  return qx::power(1 + tv.rate / 100 / periods, sign * (periods * tv.years));
 }
 
 }  // namespace
@@ -36,19 +35,19 @@ double qxFutureValuePrinc(qxTimeValue* tv, double futureValue) {
 
 double qxFutureValueInt(qxTimeValue* tv, double futureValue) {
   if (tv == nullptr) return 0.0;
-  tv->rate = 100 * (std::pow(futureValue / tv->amount, 1 / tv->years) - 1);
+  tv->rate = 100 * (qx::power(futureValue / tv->amount, 1 / tv->years) - 1);
   return tv->rate;
 }
 
 double qxFutureValueAnnuity(const qxTimeValue* tv) {
   if (tv == nullptr) return 0.0;
   const double r = tv->rate / 100;
-  return tv->amount * (std::pow(1 + r, tv->years) - 1) / r;
+  return tv->amount * (qx::power(1 + r, tv->years) - 1) / r;
 }
 
 double qxPresentValueAnnuity(const qxTimeValue* tv) {
   if (tv == nullptr) return 0.0;
   if (!(tv->rate > 0)) return kRefused;
   const double r = tv->rate / 100;
-  return tv->amount * (1 - 1 / std::pow(1 + r, tv->years)) / r;
+  return tv->amount * (1 - 1 / qx::power(1 + r, tv->years)) / r;
 }

@@ -18,7 +18,8 @@ double cyclePhase(double cosineSum, double sineSum) {
   constexpr double kSmallest = 0.001;  // below it the quotient is meaningless
   double phase = 0.0;
   if (!(std::fabs(cosineSum) <= kSmallest)) {
-    phase = std::atan(sineSum / cosineSum);
+    // In extended precision the C libraries agree; near sine 0 a last bit of the phase shows.
+    phase = static_cast<double>(std::atan(static_cast<long double>(sineSum / cosineSum)));
   } else if (sineSum != 0.0) {
     phase = sineSum > 0.0 ? pi / 2.0 : -pi / 2.0;
   }
