@@ -49,6 +49,11 @@ start_wine() {
   xvfb-run -a wineboot --init
 }
 
+native_bits() { build/native/bin/quorvex_same_bits samples/sp500-daily.csv >build/native/bits.txt; }
+windows_bits() {
+  on_windows ./quorvex_same_bits.exe "$PWD/samples/sp500-daily.csv" >build/windows/bits.txt
+}
+
 step "Installing what is missing" scripts/setup.sh test
 step "Checking the format" format_check
 step "Comparing the records with their list" scripts/list_records.py --check
@@ -75,6 +80,11 @@ for client in quorvex_client_c99 quorvex_client_cpp17; do
   step "Running $client on Linux" build/native/bin/$client
   step "Running $client on Windows" on_windows ./$client.exe
 done
+
+step "Computing over the sample prices on Linux" native_bits
+step "Computing over the sample prices on Windows" windows_bits
+step "Comparing what both computed" scripts/compare_bits.py build/native/bits.txt \
+  build/windows/bits.txt
 
 step "Building with clang" clang_build
 step "Analysing with clang-tidy" tidy

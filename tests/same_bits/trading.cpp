@@ -1,0 +1,143 @@
+// A simulation with orders of every type, its statistics and its reports, and the variables of an
+// optimisation.
+#include <cstdio>
+#include <cstring>
+
+#include "tests/same_bits/recorder.h"
+
+namespace same_bits {
+namespace {
+
+constexpr char kReportFile[] = "same_bits_report.txt";
+
+std::string readReport() {
+  std::string text;
+  std::FILE* file = std::fopen(kReportFile, "r");
+  if (file == nullptr) return text;
+  for (int c = std::fgetc(file); c != EOF; c = std::fgetc(file)) text += static_cast<char>(c);
+  std::fclose(file);
+  std::remove(kReportFile);
+  return text;
+}
+
+template <typename Function, typename... Arguments>
+void computeText(const char* name, Function* function, Arguments... arguments) {
+  const int32_t status = function(arguments...);
+  printText(name, std::to_string(status) + "\n" + readReport());
+}
+
+// Enters on crossings of the average and leaves by stop, target or at a close.
+void placeOrders(qxOrderSystem* system, const qxArray& average, double percent) {
+  const int32_t bar = system->bar;
+  if (bar < average.firstvalid + 1) return;
+  const double close = system->bars.close.data[bar], level = average.data[bar];
+  const double step = level * percent / 100;
+  const auto volume = static_cast<uint32_t>(5 + bar % 4);
+  if (close > level) {
+    qxBuyToOpen(system, "Stop in", volume, close + step, QX_ORDER_STOP, QX_FORCE_BAR);
+    qxBuyToOpen(system, "Dip in", volume, level, QX_ORDER_LIMIT, QX_FORCE_GTC);
+  } else if (bar % 3 == 0) {
+    qxSellToOpen(system, "Market in", volume, 0.0, QX_ORDER_MARKET, QX_FORCE_BAR);
+  } else {
+    qxSellToOpen(system, "Close in", volume, 0.0, QX_ORDER_CLOSE, QX_FORCE_BAR);
+  }
+  if (system->longvol > 0) {
+    qxSellToClose(system, "Long stop", "", volume, system->avgprice - step, QX_ORDER_STOP,
+                  QX_FORCE_BAR);
+    qxSellToClose(system, "Long aim", "Dip in", volume, system->avgprice + 2 * step, QX_ORDER_LIMIT,
+                  QX_FORCE_BAR);
+  }
+  if (system->shortvol > 0 && system->shortbars > 20) {
+    qxBuyToClose(system, "Short out", "", volume, 0.0, QX_ORDER_CLOSE, QX_FORCE_BAR);
+  }
+  if (bar % 97 == 0) qxCancelOrder(system, "Dip in");
+}
+
+void appendStatistics(const qxTradeStats& s, std::vector<double>* numbers) {
+  for (const int32_t count : {s.trades, s.winners, s.losers, s.maxwinners, s.maxlosers,
+                              s.winnerbarsum, s.loserbarsum, s.winstreak, s.losestreak}) {
+    numbers->push_back(count);
+  }
+  numbers->insert(numbers->end(),
+                  {s.netprofit, s.grossprofit, s.grossloss, s.pctprofitable, s.largestwin,
+                   s.largestloss, s.averagewin, s.averageloss, s.winlossratio, s.averagetrade,
+                   s.winnerbars, s.loserbars, s.maxdrawdown, s.profitfactor, s.maxcontracts,
+                   s.accountsize, s.returnonaccount, s.prr, s.openprofit});
+}
+
+void printReports(const qxOrderSystem* system) {
+  computeText("qxProfitRpt", qxProfitRpt, system, kReportFile, 0);
+  computeText("qxProfitRpt1", qxProfitRpt1, system, kReportFile, 0, ";");
+  computeText("qxPrintTrades", qxPrintTrades, system, kReportFile, 0);
+  computeText("qxPrintOrders", qxPrintOrders, system, kReportFile, 0);
+  for (const char* delimiter : {" ", ","}) {
+    computeText("qxTradeRpt1", qxTradeRpt1, system, kReportFile, 0, delimiter, 1);
+    computeText("qxOpenPosRpt1", qxOpenPosRpt1, system, kReportFile, 0, delimiter, 1);
+    computeText("qxOrderRpt1", qxOrderRpt1, system, kReportFile, 0, delimiter, 1);
+  }
+}
+
+void simulate(const Prices& prices, bool pyramid, double tick, double percent) {
+  qxArray average = {};
+  qxSimpleMA(&prices.close, &average, 25, 0);
+  qxOrderSystem system = {};
+  qxOrderSystemInit(&system, "Same bits", &prices.bars);
+  system.tick = system.tickvalue = tick;
+  system.unitcost = 0.03, system.sidecost = 2.5, system.deduction = 0.1;
+  system.pyramid = system.gapfill = pyramid;
+
+  std::vector<double> numbers;
+  while (qxProcessOrders(&system) != 0) {
+    placeOrders(&system, average, percent);
+    for (const qxTradeStats* stats : {&system.longstats, &system.shortstats, &system.netstats}) {
+      appendStatistics(*stats, &numbers);
+    }
+    numbers.insert(numbers.end(), {system.avgprice, system.lastentry});
+    for (const int32_t count : {system.marketpos, system.longvol, system.shortvol,
+                                system.ordercount, system.positioncount, system.tradecount}) {
+      numbers.push_back(count);
+    }
+  }
+  print("qxProcessOrders", pyramid ? " pyramid" : "", numbers);
+  compute("qxCreateTradeGraph", qxCreateTradeGraph, &system, out);
+  printReports(&system);
+  qxOrderSystemClose(&system);
+  qxFreeArray(&average);
+}
+
+void computeVariables() {
+  qxOptVar variables[3] = {};
+  variables[0].from = 5, variables[0].to = 20, variables[0].step = 5;
+  variables[1].from = 0.1, variables[1].to = 0.5, variables[1].step = 0.1;
+  variables[2].from = -3.25, variables[2].to = -3.25;
+  const uint32_t count = qxOptVarCount(variables, 3);
+  print("qxOptVarCount", "", {static_cast<double>(count)});
+  for (uint32_t k = 1; k <= count; ++k) {
+    char text[200];
+    std::vector<double> numbers = {static_cast<double>(qxOptVarValue(variables, 3, k))};
+    for (const qxOptVar& variable : variables) numbers.push_back(variable.value);
+    print("qxOptVarValue", label(k), numbers);
+    print("qxOptVarStringLen", "", {static_cast<double>(qxOptVarStringLen(variables, 3, ", "))});
+    qxOptVarString(variables, 3, ", ", text);
+    printText("qxOptVarString", text);
+  }
+}
+
+}  // namespace
+
+void computeTrading(const Prices& prices) {
+  simulate(prices, false, 0.001, 1.5);
+  simulate(prices, true, 0.25, 3.0);
+  computeVariables();
+  qxBars columns = {};
+  qxArray map = {};
+  qxBars2PNF(&prices.bars, &columns, &map, 25.0, 3.0, 0);
+  computeText("qxPNFchart", qxPNFchart, &columns, 25.0, kReportFile, 0);
+  qxFreeBars(&columns);
+  qxFreeArray(&map);
+  computeText("qxArrayPrintf", qxArrayPrintf, kReportFile, 0, 0, 20, "Date Close\n",
+              "%CYMDi %10.4f %8.3e %i\n", &prices.bars.date, &prices.close, &prices.upVolume,
+              &prices.volume);
+}
+
+}  // namespace same_bits
