@@ -34,8 +34,8 @@ int64_t startIndex(int32_t start, std::initializer_list<const qxArray*> arrays =
 // Elements that can be read from a series: its size, within its capacity; 0 without storage.
 int32_t heldSize(const qxArray& array);
 
-// The part of `length` that every given series really holds, at least 0. Bar-set functions limit their loops
-// with it, since a caller may have made the seven sizes differ.
+// The part of `length` that every given series really holds, at least 0. Bar-set functions limit
+// their loops with it, since a caller may have made the seven sizes differ.
 int32_t heldLength(int32_t length, std::initializer_list<const qxArray*> series);
 
 // The first `length` elements of a prepared series as a record of its own, for inner calls: they

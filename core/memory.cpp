@@ -1,5 +1,5 @@
-// Allocation on the C allocator. The internal tests link their own version of this file, to make the
-// n-th allocation fail.
+// Allocation on the C allocator. The internal tests link their own version of this file, to make
+// the n-th allocation fail.
 #include "core/memory.h"
 
 #include <cstdlib>

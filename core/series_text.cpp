@@ -132,6 +132,7 @@ void printRow(std::FILE* file, std::string_view format, int32_t k, Arguments* ar
     } else if (piece.letter == 'r') {
       printInteger(file, parseConversion(piece.text), k);
     } else {
+      // The callers have begun the list. NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
       const qxArray* array = va_arg(arguments->list, const qxArray*);
       if (k < heldSize(*array)) printElement(file, piece, array->data[k]);
     }
@@ -152,6 +153,7 @@ int32_t greatestSize(std::string_view format, Arguments* arguments) {
   Piece piece;
   while (takePiece(&format, &piece)) {
     if (!takesSeries(piece)) continue;
+    // The callers have begun the list. NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
     const qxArray* array = va_arg(arguments->list, const qxArray*);
     if (array == nullptr) return -1;
     greatest = std::max(greatest, heldSize(*array));

@@ -60,8 +60,9 @@ void movingBalance(double* terms, const double* seeds, int64_t changes, int64_t 
     qx::Lanes<kCount> sums = {};
     if (seeds != nullptr) std::copy_n(seeds + (i - changes), kCount, sums.begin());
     for (int64_t k = 1; k <= changes; ++k) {
-      for (size_t lane = 0; lane < kCount; ++lane)
+      for (size_t lane = 0; lane < kCount; ++lane) {
         sums[lane] += window[k + static_cast<int64_t>(lane)];
+      }
     }
     std::copy(sums.begin(), sums.end(), out + i);
   });
