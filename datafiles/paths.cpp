@@ -41,16 +41,25 @@ void joinPath(const char* folder, const char* file, Path& path) {
 
 namespace {
 
-// The first file of the folder that matches, joined with the folder; false when there is none.
+// The first file of a folder that matches.
+struct FirstFile {
+  bool found;
+  ListedFile file;
+};
+
+bool takeFirst(void* context, const ListedFile& file) {
+  *static_cast<FirstFile*>(context) = {true, file};
+  return false;
+}
+
+// That file joined with the folder; false when there is none.
 bool findInFolder(const char* folder, const char* pattern, Path& path) {
   joinPath(folder, "", path);
-  Listing* listing = openListing(path, pattern);
-  if (listing == nullptr) return false;
-  ListedFile file;
-  const bool found = nextListed(listing, &file);
-  closeListing(listing);
-  if (found) joinPath(folder, file.name, path);
-  return found;
+  FirstFile first;
+  first.found = false;
+  visitFiles(path, pattern, takeFirst, &first);
+  if (first.found) joinPath(folder, first.file.name, path);
+  return first.found;
 }
 
 }  // namespace

@@ -23,16 +23,17 @@ void printFile(std::FILE* out, const ListedFile& file) {
   printListingRow(out, {file.shortName, symbol, file.name, "Unknown", "Unknown", modified});
 }
 
+bool printListed(void* out, const ListedFile& file) {
+  if (!equalIgnoringCase(file.shortName, kLayoutFile)) {
+    printFile(static_cast<std::FILE*>(out), file);
+  }
+  return true;
+}
+
 void printFiles(std::FILE* out, const char* folder, const char* pattern) {
   Path path;
   joinPath(folder, "", path);
-  Listing* listing = openListing(path, pattern);
-  if (listing == nullptr) return;
-  ListedFile file;
-  while (nextListed(listing, &file)) {
-    if (!equalIgnoringCase(file.shortName, kLayoutFile)) printFile(out, file);
-  }
-  closeListing(listing);
+  visitFiles(path, pattern, printListed, out);
 }
 
 int32_t writeText(const char* text, const char* outfile, int32_t append, const char* ending) {

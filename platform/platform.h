@@ -27,16 +27,12 @@ struct ListedFile {
   double modified;      // date number of the last modification, local time
 };
 
-// An open folder listing; closed with closeListing.
-struct Listing;
+// Takes one listed file; returns whether to go on.
+using ListedFileVisitor = bool (*)(void* context, const ListedFile& file);
 
-// Lists the files (no folders) whose names match a pattern of literal characters, "*" and "?",
-// compared without regard to case. Null when the folder cannot be listed or memory is out.
-Listing* openListing(const char* folder, const char* pattern);
-
-// The next file, or false at the end.
-bool nextListed(Listing* listing, ListedFile* file);
-void closeListing(Listing* listing);
+// Visits the files (no folders) of a folder whose names match a pattern of literal characters, "*"
+// and "?", compared without regard to case. A folder that cannot be listed has no files.
+void visitFiles(const char* folder, const char* pattern, ListedFileVisitor visit, void* context);
 
 // The 8.3 name of an existing file without its folder, or its plain name where there is none.
 void shortFileName(const char* path, char* name, uint64_t nameSize);

@@ -8,7 +8,6 @@
 #include <cstring>
 #include <ctime>
 
-#include "core/memory.h"
 #include "platform/platform.h"
 #include "quorvex.h"
 
@@ -40,12 +39,6 @@ void copyName(const char* source, char* name, size_t size) {
 
 }  // namespace
 
-struct Listing {
-  DIR* directory;
-  char folder[kPathSize];
-  char pattern[260];
-};
-
 std::FILE* openFile(const char* path, const char* mode) {
   char native[kPathSize];
   if (!nativePath(path, native)) return nullptr;
@@ -76,38 +69,26 @@ int32_t showErrorMessage(const char* message) {
   return 1;
 }
 
-Listing* openListing(const char* folder, const char* pattern) {
-  auto* listing = static_cast<Listing*>(allocateZeroed(1, sizeof(Listing)));
-  if (listing == nullptr) return nullptr;
-  if (nativePath(*folder == '\0' ? "." : folder, listing->folder)) {
-    listing->directory = opendir(listing->folder);
-  }
-  if (listing->directory == nullptr) {
-    release(listing);
-    return nullptr;
-  }
-  copyName(pattern, listing->pattern, sizeof listing->pattern);
-  return listing;
-}
-
-bool nextListed(Listing* listing, ListedFile* file) {
-  while (const dirent* entry = readdir(listing->directory)) {
-    if (fnmatch(listing->pattern, entry->d_name, FNM_CASEFOLD | FNM_NOESCAPE) != 0) continue;
+void visitFiles(const char* folder, const char* pattern, ListedFileVisitor visit, void* context) {
+  char native[kPathSize];
+  if (!nativePath(*folder == '\0' ? "." : folder, native)) return;
+  DIR* const directory = opendir(native);
+  if (directory == nullptr) return;
+  bool wanted = true;
+  while (wanted) {
+    const dirent* const entry = readdir(directory);
+    if (entry == nullptr) break;
+    if (fnmatch(pattern, entry->d_name, FNM_CASEFOLD | FNM_NOESCAPE) != 0) continue;
     struct stat facts;
-    if (fstatat(dirfd(listing->directory), entry->d_name, &facts, 0) != 0) continue;
+    if (fstatat(dirfd(directory), entry->d_name, &facts, 0) != 0) continue;
     if (!S_ISREG(facts.st_mode)) continue;
-    copyName(entry->d_name, file->name, sizeof file->name);
-    copyName(entry->d_name, file->shortName, sizeof file->shortName);
-    file->modified = modificationDate(facts);
-    return true;
+    ListedFile file;
+    copyName(entry->d_name, file.name, sizeof file.name);
+    copyName(entry->d_name, file.shortName, sizeof file.shortName);
+    file.modified = modificationDate(facts);
+    wanted = visit(context, file);
   }
-  return false;
-}
-
-void closeListing(Listing* listing) {
-  if (listing == nullptr) return;
-  closedir(listing->directory);
-  release(listing);
+  closedir(directory);
 }
 
 void shortFileName(const char* path, char* name, uint64_t nameSize) {

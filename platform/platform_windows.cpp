@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "core/memory.h"
 #include "platform/platform.h"
 #include "quorvex.h"
 
@@ -31,12 +30,6 @@ void copyName(const char* source, char* name, size_t size) {
 
 }  // namespace
 
-struct Listing {
-  HANDLE search;
-  WIN32_FIND_DATAA found;
-  bool pending;  // `found` holds a file that was not handed out yet
-};
-
 std::FILE* openFile(const char* path, const char* mode) {
   const DWORD attributes = GetFileAttributesA(path);
   if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
@@ -59,43 +52,28 @@ int32_t showErrorMessage(const char* message) {
   return MessageBoxA(nullptr, message, "Error", MB_OK | MB_ICONSTOP);
 }
 
-Listing* openListing(const char* folder, const char* pattern) {
+void visitFiles(const char* folder, const char* pattern, ListedFileVisitor visit, void* context) {
   char query[kPathSize];
   const size_t length = std::strlen(folder);
-  if (length + 1 + std::strlen(pattern) + 1 > sizeof query) return nullptr;
+  if (length + 1 + std::strlen(pattern) + 1 > sizeof query) return;
   std::memcpy(query, folder, length + 1);
   if (length > 0 && std::strchr("\\/:", folder[length - 1]) == nullptr) std::strcat(query, "\\");
   std::strcat(query, pattern);
-  auto* listing = static_cast<Listing*>(allocateZeroed(1, sizeof(Listing)));
-  if (listing == nullptr) return nullptr;
-  listing->search = FindFirstFileA(query, &listing->found);
-  if (listing->search == INVALID_HANDLE_VALUE) {
-    release(listing);
-    return nullptr;
-  }
-  listing->pending = true;
-  return listing;
-}
-
-bool nextListed(Listing* listing, ListedFile* file) {
-  for (;;) {
-    if (!listing->pending && !FindNextFileA(listing->search, &listing->found)) return false;
-    listing->pending = false;
-    const WIN32_FIND_DATAA& found = listing->found;
+  WIN32_FIND_DATAA found;
+  const HANDLE search = FindFirstFileA(query, &found);
+  if (search == INVALID_HANDLE_VALUE) return;
+  bool wanted = true;
+  do {
     if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) continue;
-    copyName(found.cFileName, file->name, sizeof file->name);
+    ListedFile file;
+    copyName(found.cFileName, file.name, sizeof file.name);
     const bool hasShort = found.cAlternateFileName[0] != '\0';
-    copyName(hasShort ? found.cAlternateFileName : found.cFileName, file->shortName,
-             sizeof file->shortName);
-    file->modified = modificationDate(found.ftLastWriteTime);
-    return true;
-  }
-}
-
-void closeListing(Listing* listing) {
-  if (listing == nullptr) return;
-  FindClose(listing->search);
-  release(listing);
+    copyName(hasShort ? found.cAlternateFileName : found.cFileName, file.shortName,
+             sizeof file.shortName);
+    file.modified = modificationDate(found.ftLastWriteTime);
+    wanted = visit(context, file);
+  } while (wanted && FindNextFileA(search, &found));
+  FindClose(search);
 }
 
 void shortFileName(const char* path, char* name, uint64_t nameSize) {
