@@ -37,7 +37,8 @@ struct Directory {
   int32_t status;  // QX_ERR_FILE_READ once reading failed
 };
 
-// False when the folder has no such directory or its header cannot be read.
+// False when the folder has no such directory or its header is no good; `status` tells whether
+// reading it failed.
 bool openDirectory(Directory* directory, const char* folder, bool extended);
 // The next entry that is a data file, or false at the end.
 bool nextInstrument(Directory* directory, Instrument* instrument);

@@ -94,6 +94,7 @@ bool openDirectory(Directory* directory, const char* folder, bool extended) {
   } else if (good) {
     directory->left = signed16(header);
   }
+  if (!good && std::ferror(directory->file) != 0) directory->status = QX_ERR_FILE_READ;
   if (!good) closeDirectory(directory);
   return good;
 }
@@ -127,10 +128,11 @@ void closeDirectory(Directory* directory) {
 int32_t findInstrument(const char* folder, const char* file, Instrument* instrument) {
   for (const bool extended : {false, true}) {
     Directory directory;
-    if (!openDirectory(&directory, folder, extended)) continue;
     bool found = false;
-    while (!found && nextInstrument(&directory, instrument)) found = isNamed(*instrument, file);
-    closeDirectory(&directory);
+    if (openDirectory(&directory, folder, extended)) {
+      while (!found && nextInstrument(&directory, instrument)) found = isNamed(*instrument, file);
+      closeDirectory(&directory);
+    }
     if (found) return QX_SUCCESS;
     if (directory.status != QX_SUCCESS) return directory.status;
   }

@@ -35,13 +35,14 @@ int32_t qxCTlist(const char* folder, const char* outfile, int32_t append) {
   int32_t status = QX_ERR_FILE_NOT_FOUND;
   for (const bool extended : {false, true}) {
     qx::Directory directory;
-    if (!qx::openDirectory(&directory, folder, extended)) continue;
+    const bool found = qx::openDirectory(&directory, folder, extended);
     qx::Instrument instrument;
-    while (qx::nextInstrument(&directory, &instrument)) {
+    while (found && qx::nextInstrument(&directory, &instrument)) {
       qx::printInstrument(output.file, instrument);
     }
     qx::closeDirectory(&directory);
-    if (status != QX_ERR_FILE_READ) status = directory.status;
+    const bool told = found || directory.status != QX_SUCCESS;
+    if (told && status != QX_ERR_FILE_READ) status = directory.status;
   }
   const int32_t closed = qx::closeOutput(&output);
   return closed == QX_SUCCESS ? status : closed;

@@ -2,6 +2,7 @@
 #include "tests/support/failing_memory.h"
 
 #include <cstdlib>
+#include <utility>
 
 #include "core/memory.h"
 
@@ -9,8 +10,10 @@ namespace {
 
 int64_t allocationsToFailure = 0;
 int64_t live = 0;
+std::function<void()> pendingEvent;
 
 bool failsNow() {
+  if (const auto event = std::exchange(pendingEvent, nullptr)) event();
   return allocationsToFailure > 0 && --allocationsToFailure == 0;
 }
 
@@ -20,6 +23,10 @@ namespace qxtest {
 
 void failAllocation(int64_t n) {
   allocationsToFailure = n;
+}
+
+void beforeNextAllocation(std::function<void()> event) {
+  pendingEvent = std::move(event);
 }
 
 bool failureIsPending() {

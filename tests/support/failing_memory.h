@@ -3,6 +3,7 @@
 #define QUORVEX_TESTS_SUPPORT_FAILING_MEMORY_H
 
 #include <cstdint>
+#include <functional>
 
 namespace qxtest {
 
@@ -11,6 +12,10 @@ void failAllocation(int64_t n);
 
 // True when the requested failure has not come yet.
 bool failureIsPending();
+
+// Calls `event` before the next allocation, once: between the pass over a file that counts its
+// records and the pass that reads them.
+void beforeNextAllocation(std::function<void()> event);
 
 // Blocks allocated and not yet released.
 int64_t liveBlocks();
