@@ -10,6 +10,23 @@
  * - a result of type int32_t is a status: QX_SUCCESS or one of the negative codes below;
  * - a null record or string gives QX_ERR_INVALID_PARM (0 from functions that return a value);
  * - indexes and sizes count elements from 0; a negative start index counts as 0.
+ *
+ * Threads. The library starts no threads and takes no locks. Five values belong to the whole
+ * process, and a call that writes one of them at the same time as another call reads or writes it
+ * is a data race, whatever records the two work on:
+ * - the max first valid: written by qxSetMaxFirstValid and qxSetFirstValid and by every function
+ *   that sets the first valid index of an output (averages, indicators, moving statistics, breadth,
+ *   relative performance, qxGroupArray, qxFormationFill, qxCrossOverFill and qxTurnFill); read by
+ *   the same functions and by qxGetMaxFirstValid;
+ * - the two-digit-year cutoff: written by qxSet2DigitYearCutoff, read wherever a year is read;
+ * - the default date order: written by qxSetDefaultDateFormat, read by reports, listings, charts;
+ * - the scale margins of graphs: written by qxGraphSetSubwinMargins, read by painting;
+ * - the month names: written by qxGraphInit, read by painting.
+ * Two threads must therefore not compute indicators at once, not even on different records, nor
+ * may one begin a graph while another begins or paints one: the caller takes a lock of its own, or
+ * uses processes. All other calls may run at once on different records and different files (dates,
+ * statistics of a range, patterns at one bar, reading files, simulations, reports), and records
+ * that no call changes may be shared. One record, and one output file, is for one thread at a time.
  */
 #ifndef QUORVEX_H
 #define QUORVEX_H
