@@ -41,7 +41,7 @@ build() { cmake --preset "$1" -DQX_BUILD_TESTS=ON && cmake --build --preset "$1"
 
 # Runs a Windows program from its own folder, beside the DLL, with a display of its own.
 on_windows() {
-  (cd build/windows/bin && xvfb-run -a wine "$@")
+  (cd build/windows/bin && timeout 600 xvfb-run -a wine "$@")
 }
 
 start_wine() {
