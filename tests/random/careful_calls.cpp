@@ -262,6 +262,29 @@ void callT3(Context& context, bool describeOnly) {
                volumeFactor, passes, hostileInt(context.random));
 }
 
+// A bond whose payments, one power each, run over some thousands of years only seldom.
+template <auto Function>
+static void valueBond(Context& context, bool describeOnly) {
+  Random& random = context.random;
+  qxBond* bond = Make<qxBond*>::value(context);
+  double date = hostileDouble(random);
+  if (bond != nullptr && !onceIn(random, 50)) {
+    bond->payments = below(random, 13);
+    date = 36526.0 + below(random, 9000);
+    bond->maturity = date + below(random, 20000) - 100.0;
+  }
+  const double yield = hostileDouble(random);
+  finish<Function>(context, describeOnly, bond, onceIn(random, 2) ? yield : yield / 1000.0, date);
+}
+
+void callBondPricing(Context& context, bool describeOnly) {
+  valueBond<qxBondPricing>(context, describeOnly);
+}
+
+void callBondDuration(Context& context, bool describeOnly) {
+  valueBond<qxBondDuration>(context, describeOnly);
+}
+
 void callErrDesc(Context& context, bool describeOnly) {
   const int32_t code =
       onceIn(context.random, 4) ? hostileInt(context.random) : -below(context.random, 12);

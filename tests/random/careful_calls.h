@@ -22,6 +22,8 @@ void callBars2PNFhilo(Context& context, bool describeOnly);
 
 // Work that grows with an argument.
 void callT3(Context& context, bool describeOnly);
+void callBondPricing(Context& context, bool describeOnly);
+void callBondDuration(Context& context, bool describeOnly);
 
 // Results of a stated size.
 void callErrDesc(Context& context, bool describeOnly);
