@@ -65,8 +65,8 @@ run_tests "Testing the internals on Linux" build/native/bin/quorvex_internal_tes
 step "Building with the sanitizers" build asan
 run_tests "Testing with the sanitizers" build/asan/bin/quorvex_tests
 run_tests "Testing the internals with the sanitizers" build/asan/bin/quorvex_internal_tests
-step "Making 500,000 random calls with the sanitizers" build/asan/bin/quorvex_random_calls \
-  --calls 500000 --seed 2026
+step "Making 600,000 random calls with the sanitizers" build/asan/bin/quorvex_random_calls \
+  --calls 600000 --seed 2026
 
 export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" WINEPREFIX=$PWD/build/wine
 step "Building for Windows" build windows
