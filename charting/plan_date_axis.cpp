@@ -62,17 +62,16 @@ void forEachBar(const DateWalk& walk, Visit visit) {
   }
 }
 
-// The boundaries that are labelled in this view. Weekly bars begin a week only where a holiday
-// moved one to an earlier weekday: while months are more frequent they are labelled too, or years
-// where there is nothing else.
+// The boundaries that are labelled in this view: where none of the wanted ones is met, months, or
+// years where there is nothing else, since weekly bars that all fall on one weekday begin no week.
 uint32_t labelsInView(const DateWalk& walk, uint32_t wanted) {
-  int64_t met = 0, months = 0;
+  bool met = false, months = false;
   forEachBar(walk, [&](int64_t, const BarDate&, uint32_t mask) {
-    met += (mask & wanted) != 0;
-    months += (mask & kNewMonth) != 0;
+    met |= (mask & wanted) != 0;
+    months |= (mask & kNewMonth) != 0;
   });
-  if (met > 0) return wanted == kNewWeek && met < months ? wanted | kNewMonth : wanted;
-  return months > 0 ? kNewMonth : kNewYear;
+  if (met) return wanted;
+  return months ? kNewMonth : kNewYear;
 }
 
 // The row of labels while it is written: the last label and where it ends.
