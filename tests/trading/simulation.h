@@ -2,6 +2,7 @@
 #ifndef QUORVEX_TESTS_TRADING_SIMULATION_H
 #define QUORVEX_TESTS_TRADING_SIMULATION_H
 
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -10,6 +11,26 @@
 
 namespace qxtest {
 
+using Names = std::vector<std::string>;
+
+// One side of a trade, e.g. "long L1 2 at 53.25 on 1". The date is written down where it is not
+// that of the bar.
+inline std::string text(const char* direction, const qxPosition& side) {
+  char buffer[120];
+  std::snprintf(buffer, sizeof buffer, "%s %s %d at %g on %d", direction, side.name, side.volume,
+                side.price, side.bar);
+  const bool ownDate = side.date == 40000.0 + side.bar;
+  return buffer + (ownDate ? "" : " dated " + std::to_string(static_cast<int32_t>(side.date)));
+}
+
+// A position, e.g. "long L1 2 at 53.25 on 1, 1 left".
+inline std::string text(const qxPosition& position) {
+  return text(position.direction == QX_LONG ? "long" : "short", position) + ", " +
+         std::to_string(position.remaining) + " left";
+}
+
+// The orders, positions and bars of daily dates from 40000. The methods that place orders default
+// to market orders for the next bar.
 struct Simulation {
   BarSet bars;
   qxOrderSystem record = {};
@@ -26,14 +47,54 @@ struct Simulation {
   operator qxOrderSystem*() { return &record; }
   qxOrderSystem* operator->() { return &record; }
 
-  // Processes bars until `bar` is the current one.
-  void advance(int32_t bar) {
-    while (record.bar < bar) ASSERT_EQ(qxProcessOrders(&record), 1);
+  // Processes bars until `bar` is the current one, or to the end of the bars.
+  Simulation& advance(int32_t bar) {
+    while (record.bar < bar && qxProcessOrders(&record) == 1) continue;
+    EXPECT_EQ(record.bar, bar);
+    return *this;
   }
-  std::vector<std::string> orderNames() const {
-    std::vector<std::string> names;
+  void finish() { advance(record.bars.barsize); }
+
+  Simulation& buy(const char* name, uint32_t volume, double price = 0,
+                  int32_t type = QX_ORDER_MARKET, int32_t force = QX_FORCE_BAR) {
+    EXPECT_EQ(qxBuyToOpen(&record, name, volume, price, type, force), QX_SUCCESS);
+    return *this;
+  }
+  Simulation& sell(const char* name, uint32_t volume, double price = 0,
+                   int32_t type = QX_ORDER_MARKET, int32_t force = QX_FORCE_BAR) {
+    EXPECT_EQ(qxSellToOpen(&record, name, volume, price, type, force), QX_SUCCESS);
+    return *this;
+  }
+  Simulation& sellOut(const char* name, const char* from, uint32_t volume, double price = 0,
+                      int32_t type = QX_ORDER_MARKET, int32_t force = QX_FORCE_BAR) {
+    EXPECT_EQ(qxSellToClose(&record, name, from, volume, price, type, force), QX_SUCCESS);
+    return *this;
+  }
+  Simulation& cover(const char* name, const char* from, uint32_t volume, double price = 0,
+                    int32_t type = QX_ORDER_MARKET, int32_t force = QX_FORCE_BAR) {
+    EXPECT_EQ(qxBuyToClose(&record, name, from, volume, price, type, force), QX_SUCCESS);
+    return *this;
+  }
+
+  Names orders() const {
+    Names names;
     for (int32_t i = 0; i < record.ordercount; ++i) names.push_back(record.orders[i].name);
     return names;
+  }
+  Names positions() const {
+    Names texts;
+    for (int32_t i = 0; i < record.positioncount; ++i) texts.push_back(text(record.positions[i]));
+    return texts;
+  }
+  // The trades, e.g. "long L1 2 at 53.25 on 1, 2 left; sell limit 1 at 54 on 2".
+  Names trades() const {
+    Names texts;
+    for (int32_t i = 0; i < record.tradecount; ++i) {
+      const auto& [entry, exit] = record.trades[i];
+      texts.push_back(text(entry) + "; " + text(exit.direction == QX_SELL ? "sell" : "buy", exit));
+      EXPECT_EQ(exit.remaining, 0);
+    }
+    return texts;
   }
 };
 
@@ -42,12 +103,15 @@ inline Bar priceBar(double date, double open, double high, double low, double cl
   return {date, open, high, low, close, 0, 0};
 }
 
-// `count` daily bars of one price.
-inline std::vector<Bar> flatBars(int32_t count, double price) {
+// Daily bars of one price each.
+inline std::vector<Bar> flatBars(const std::vector<double>& prices) {
   std::vector<Bar> bars;
-  for (int32_t i = 0; i < count; ++i)
-    bars.push_back(priceBar(40000 + i, price, price, price, price));
+  double date = 40000;
+  for (const double price : prices) bars.push_back(priceBar(date++, price, price, price, price));
   return bars;
+}
+inline std::vector<Bar> flatBars(size_t count, double price) {
+  return flatBars(std::vector<double>(count, price));
 }
 
 // The twelve worked bars traded once with every type of order, at a point worth 50 with costs.
@@ -66,25 +130,16 @@ struct WorkedRun : Simulation {
     record.unitcost = 0.5;
     record.sidecost = 1.0;
     std::memcpy(record.bars.symbol, "SYM", 4);
-    qxOrderSystem* s = &record;
-    advance(0);
-    qxBuyToOpen(s, "L1", 2, 53, QX_ORDER_STOP, QX_FORCE_GTC);
-    advance(1);
-    qxSellToClose(s, "stop", "L1", 2, 51.6, QX_ORDER_STOP, QX_FORCE_GTC);
-    qxSellToClose(s, "limit", "", 1, 54.1, QX_ORDER_LIMIT, QX_FORCE_GTC);
-    advance(3);
-    qxSellToOpen(s, "S1", 3, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
-    advance(4);
-    qxBuyToClose(s, "cover", "S1", 1, 0, QX_ORDER_CLOSE, QX_FORCE_BAR);
-    advance(5);
-    qxBuyToOpen(s, "L2", 4, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
-    advance(7);
-    qxSellToClose(s, "take", "", 1, 50, QX_ORDER_LIMIT, QX_FORCE_GTC);
-    advance(10);
-    qxSellToOpen(s, "S2", 5, 40.25, QX_ORDER_STOP, QX_FORCE_GTC);
-    qxSellToClose(s, "guard", "L2", 9, 44.5, QX_ORDER_STOP, 0);
-    while (qxProcessOrders(s) == 1) {
-    }
+    advance(0).buy("L1", 2, 53, QX_ORDER_STOP, QX_FORCE_GTC);
+    advance(1).sellOut("stop", "L1", 2, 51.6, QX_ORDER_STOP, QX_FORCE_GTC);
+    sellOut("limit", "", 1, 54.1, QX_ORDER_LIMIT, QX_FORCE_GTC);
+    advance(3).sell("S1", 3);
+    advance(4).cover("cover", "S1", 1, 0, QX_ORDER_CLOSE);
+    advance(5).buy("L2", 4);
+    advance(7).sellOut("take", "", 1, 50, QX_ORDER_LIMIT, QX_FORCE_GTC);
+    advance(10).sell("S2", 5, 40.25, QX_ORDER_STOP, QX_FORCE_GTC);
+    sellOut("guard", "L2", 9, 44.5, QX_ORDER_STOP, 0);
+    finish();
   }
 };
 

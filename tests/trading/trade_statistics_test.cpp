@@ -1,17 +1,16 @@
+// The statistics that trades leave, beside those of the worked run that the profit report prints.
 #include <cmath>
 
 #include "tests/trading/simulation.h"
 
 namespace {
 
+using qxtest::flatBars;
 using qxtest::near;
-using qxtest::priceBar;
 using qxtest::Simulation;
-using qxtest::WorkedRun;
 
-// The profit report prints the other statistics of this run.
 TEST(TradeStatistics, WorkedRun) {
-  WorkedRun run;
+  qxtest::WorkedRun run;
   const double root = std::sqrt(2.0);
   const qxTradeStats &sideLong = run->longstats, &sideShort = run->shortstats;
   EXPECT_EQ(sideLong.winnerbarsum, 5);
@@ -24,25 +23,17 @@ TEST(TradeStatistics, WorkedRun) {
   EXPECT_TRUE(near(sideShort.prr, (2 - root) / 2 * 194.5 / 2)) << "no loss: the gain itself";
   EXPECT_TRUE(near(run->netstats.prr, 42.7 / 36));
   EXPECT_TRUE(near(run->netstats.profitfactor, 232.5 / 90)) << "the sum of the sides' factors";
-  EXPECT_EQ(run->netstats.maxwinners, 2)
-      << "the larger of the sides' streaks, not 1, 2 and 1 summed";
   EXPECT_EQ(run->netstats.winnerbarsum + run->netstats.winstreak, 0);
 }
 
-// One long of 2 units from 10, closed unit by unit at the given prices.
+// A long of 2 units from 10 on bar 1, on bars that close at 10, 10, 8 and 12.
 struct Closings : Simulation {
-  explicit Closings(double margin)
-      : Simulation({priceBar(1, 10, 10, 10, 10), priceBar(2, 10, 10, 10, 10),
-                    priceBar(3, 10, 10, 10, 8), priceBar(4, 12, 12, 12, 12)}) {
+  explicit Closings(double margin, double thirdClose = 8) : Simulation(flatBars({10, 10, 10, 12})) {
+    bars->close.data[2] = thirdClose;
     record.margin = margin;
-    advance(0);
-    qxBuyToOpen(&record, "in", 2, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
-    advance(1);
+    advance(0).buy("in", 2).advance(1);
   }
-  void closeOne() {
-    qxSellToClose(&record, "out", "", 1, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
-    advance(record.bar + 1);
-  }
+  void closeOne() { sellOut("out", "", 1).advance(record.bar + 1); }
 };
 
 TEST(TradeStatistics, AProfitOfZeroOnlyCountsAsATrade) {
@@ -70,11 +61,11 @@ TEST(TradeStatistics, AccountSizeFollowsTheMargin) {
     Closings run(row.margin);
     run.closeOne();
     run.closeOne();
-    EXPECT_EQ(run->longstats.maxdrawdown, -4.0) << "closes 10, 8, 12";
-    EXPECT_EQ(run->longstats.accountsize, row.account);
-    EXPECT_EQ(run->netstats.accountsize, row.account);
-    EXPECT_EQ(run->longstats.returnonaccount, row.onAccount);
-    EXPECT_EQ(run->netstats.returnonaccount, row.onAccount);
+    EXPECT_EQ(run->longstats.maxdrawdown, -4.0);
+    for (const qxTradeStats* stats : {&run->longstats, &run->netstats}) {
+      EXPECT_EQ(stats->accountsize, row.account);
+      EXPECT_EQ(stats->returnonaccount, row.onAccount);
+    }
   }
   // With the margin taken away the old account size keeps rating the profit.
   Closings run(100);
@@ -98,13 +89,9 @@ TEST(TradeStatistics, CostsAndDeductionReduceTheProfit) {
 }
 
 TEST(TradeStatistics, ZeroClosesCountInTheDrawdown) {
-  Simulation run({priceBar(1, 10, 10, 10, 10), priceBar(2, 10, 10, 10, 10),
-                  priceBar(3, 10, 10, 10, 0), priceBar(4, 12, 12, 12, 12)});
-  run.advance(0);
-  qxBuyToOpen(run, "in", 1, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
+  Closings run(100, 0);
   run.advance(2);
-  qxSellToClose(run, "out", "", 1, 0, QX_ORDER_MARKET, QX_FORCE_BAR);
-  run.advance(3);
+  run.closeOne();
   EXPECT_EQ(run->longstats.maxdrawdown, -12.0);
 }
 
