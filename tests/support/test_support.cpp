@@ -7,9 +7,20 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <numeric>
 #include <random>
 
 namespace qxtest {
+
+std::vector<double> valuesOf(const qxArray& series) {
+  return series.data == nullptr ? std::vector<double>()
+                                : std::vector<double>(series.data, series.data + series.size);
+}
+
+double sumOf(const qxArray& series) {
+  const auto values = valuesOf(series);
+  return std::accumulate(values.begin(), values.end(), 0.0);
+}
 
 Series::Series(std::initializer_list<double> values, int32_t firstValid)
     : Series(std::vector<double>(values), firstValid) {}
@@ -20,24 +31,34 @@ Series::Series(const std::vector<double>& values, int32_t firstValid) {
   record.firstvalid = firstValid;
 }
 
-std::vector<double> Series::values() const {
-  return record.data == nullptr ? std::vector<double>()
-                                : std::vector<double>(record.data, record.data + record.size);
-}
-
 BarSet::BarSet(std::initializer_list<Bar> bars) : BarSet(std::vector<Bar>(bars)) {}
 
 BarSet::BarSet(const std::vector<Bar>& bars) {
   EXPECT_EQ(qxAllocBars(&record, static_cast<int32_t>(bars.size())), QX_SUCCESS);
   for (size_t i = 0; i < bars.size(); ++i) {
-    record.date.data[i] = bars[i].date;
-    record.open.data[i] = bars[i].open;
-    record.high.data[i] = bars[i].high;
-    record.low.data[i] = bars[i].low;
-    record.close.data[i] = bars[i].close;
-    record.volume.data[i] = bars[i].volume;
-    record.openint.data[i] = bars[i].openint;
+    const Bar& bar = bars[i];
+    const double values[] = {bar.date,  bar.open,   bar.high,   bar.low,
+                             bar.close, bar.volume, bar.openint};
+    for (size_t k = 0; k < 7; ++k) seriesOf(record)[k]->data[i] = values[k];
   }
+}
+
+std::ostream& operator<<(std::ostream& out, const Bar& bar) {
+  return out << bar.date << ": " << bar.open << " " << bar.high << " " << bar.low << " "
+             << bar.close << ", " << bar.volume << ", " << bar.openint;
+}
+
+std::array<qxArray*, 7> seriesOf(qxBars& bars) {
+  return {&bars.date, &bars.open, &bars.high, &bars.low, &bars.close, &bars.volume, &bars.openint};
+}
+
+std::vector<Bar> barsOf(const qxBars* bars) {
+  std::vector<Bar> result;
+  for (int32_t i = 0; bars->date.data != nullptr && i < bars->barsize; ++i) {
+    result.push_back({bars->date.data[i], bars->open.data[i], bars->high.data[i], bars->low.data[i],
+                      bars->close.data[i], bars->volume.data[i], bars->openint.data[i]});
+  }
+  return result;
 }
 
 const std::vector<Bar>& workedBars() {

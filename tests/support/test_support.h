@@ -4,13 +4,25 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <initializer_list>
+#include <limits>
 #include <string>
+#include <tuple>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "quorvex.h"
 
 namespace qxtest {
+
+inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
+inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+// The elements of a series that are in use, and their sum.
+std::vector<double> valuesOf(const qxArray& series);
+double sumOf(const qxArray& series);
 
 // A series that releases itself. Converts to the record's address for calls.
 struct Series {
@@ -25,13 +37,15 @@ struct Series {
 
   operator qxArray*() { return &record; }
   double operator[](int32_t i) const { return record.data[i]; }
-  std::vector<double> values() const;  // the elements in use
+  std::vector<double> values() const { return valuesOf(record); }
 };
 
 // One bar as written in a test.
 struct Bar {
   double date, open, high, low, close, volume, openint;
+  bool operator==(const Bar&) const = default;
 };
+std::ostream& operator<<(std::ostream& out, const Bar& bar);
 
 // A bar set that releases itself.
 struct BarSet {
@@ -47,6 +61,10 @@ struct BarSet {
   operator qxBars*() { return &record; }
   qxBars* operator->() { return &record; }
 };
+
+// The seven series of a set, the dates first, and the bars in use.
+std::array<qxArray*, 7> seriesOf(qxBars& bars);
+std::vector<Bar> barsOf(const qxBars* bars);
 
 // The twelve daily bars that many worked examples use.
 const std::vector<Bar>& workedBars();
@@ -74,10 +92,41 @@ struct TemporaryFolder {
   // Writes a file byte for byte and returns its path.
   std::string write(const std::string& name, const std::string& bytes) const;
   std::string file(const std::string& name) const;
+  operator const char*() const { return path.c_str(); }
 };
 
 // The bytes of a file; line ends are brought to "\n" when `text` is set.
 std::string readFile(const std::string& path, bool text = true);
+
+// What `write` puts into a new file, whose path it is given.
+template <typename Write>
+std::string written(Write write) {
+  const TemporaryFolder folder;
+  const std::string path = folder.file("out.txt");
+  EXPECT_EQ(write(path.c_str()), QX_SUCCESS);
+  return readFile(path);
+}
+
+// Calls `function` with each of its pointers in turn replaced by null: every call gives `refusal`.
+// Pointers that may be null are given as null from the start.
+template <typename Result, typename... Parameters>
+void expectNullsRefused(const char* name, Result (*function)(Parameters...),
+                        std::type_identity_t<Result> refusal,
+                        std::type_identity_t<Parameters>... arguments) {
+  const std::tuple<Parameters...> given(arguments...);
+  const auto refuses = [&]<size_t Position>(std::integral_constant<size_t, Position>) {
+    auto changed = given;
+    auto& argument = std::get<Position>(changed);
+    if constexpr (std::is_pointer_v<std::remove_reference_t<decltype(argument)>>) {
+      if (std::exchange(argument, nullptr) == nullptr) return;
+      EXPECT_EQ(std::apply(function, changed), refusal) << name << ", argument " << Position;
+    }
+  };
+  [&]<size_t... Positions>(std::index_sequence<Positions...>) {
+    (refuses(std::integral_constant<size_t, Positions>()), ...);
+  }
+  (std::index_sequence_for<Parameters...>());
+}
 
 }  // namespace qxtest
 
