@@ -1,9 +1,7 @@
 #include "core/number_conversion.h"
 
 #include <clocale>
-#include <cmath>
-#include <cstring>
-#include <limits>
+#include <cstdio>
 #include <random>
 #include <string>
 
@@ -22,44 +20,31 @@ std::string randomConversion(std::mt19937& random) {
 // The C library, in the C locale, is the reference for what it can do.
 TEST(NumberConversion, PrintsAsTheStandardFormatter) {
   std::setlocale(LC_ALL, "C");
-  const double values[] = {0.0,
-                           -0.0,
-                           0.5,
-                           1.5,
-                           -2.5,
-                           3.14159265358979,
-                           -1234567.891,
-                           1e15,
-                           -1e22,
-                           1e-10,
-                           0.0005,
-                           99.999999999,
-                           std::numeric_limits<double>::infinity(),
-                           -std::numeric_limits<double>::infinity()};
+  const double values[] = {
+      0.0,  -0.0,  0.5,   1.5,    -2.5,         3.14159265358979,  -1234567.891,
+      1e15, -1e22, 1e-10, 0.0005, 99.999999999, qxtest::kInfinity, -qxtest::kInfinity};
   const int64_t integers[] = {0, 5, -5, 123456789012, INT64_MAX, INT64_MIN};
-  const qxtest::TemporaryFolder folder;
-  const std::string path = folder.file("numbers");
-  std::FILE* file = std::fopen(path.c_str(), "wb");
-  ASSERT_NE(file, nullptr);
   std::mt19937 random(7);
   std::string expected;
-  for (int i = 0; i < 3000; ++i) {
-    const std::string text = randomConversion(random);
-    const double value = values[random() % std::size(values)];
-    const int64_t integer = integers[random() % std::size(integers)];
-    const auto conversion = qx::parseConversion(text + "lf");
-    char line[256];
-    std::snprintf(line, sizeof line, ("%s: %" + text + "f %" + text + "lli\n").c_str(),
-                  text.c_str(), value, static_cast<long long>(integer));
-    expected += line;
-    std::fprintf(file, "%s: ", text.c_str());
-    qx::printReal(file, conversion, value);
-    std::fputc(' ', file);
-    qx::printInteger(file, conversion, integer);
-    std::fputc('\n', file);
-  }
-  std::fclose(file);
-  EXPECT_EQ(qxtest::readFile(path), expected);
+  const std::string actual = qxtest::written([&](const char* path) {
+    std::FILE* file = std::fopen(path, "wb");
+    for (int i = 0; i < 3000; ++i) {
+      const std::string text = randomConversion(random);
+      const double value = values[random() % std::size(values)];
+      const int64_t integer = integers[random() % std::size(integers)];
+      char line[256];
+      std::snprintf(line, sizeof line, ("%" + text + "f %" + text + "lli " + text + "\n").c_str(),
+                    value, static_cast<long long>(integer));
+      expected += line;
+      const auto conversion = qx::parseConversion(text + "lf");
+      qx::printReal(file, conversion, value);
+      std::fputc(' ', file);
+      qx::printInteger(file, conversion, integer);
+      std::fprintf(file, " %s\n", text.c_str());
+    }
+    return std::fclose(file);
+  });
+  EXPECT_EQ(actual, expected);
 }
 
 }  // namespace

@@ -1,6 +1,3 @@
-#include <clocale>
-#include <cmath>
-#include <limits>
 #include <string>
 
 #include "tests/support/test_support.h"
@@ -36,34 +33,36 @@ TEST(SeriesText, ReadsAColumn) {
 
 TEST(SeriesText, ReadingStatuses) {
   const TemporaryFolder folder;
-  const std::string path = folder.write("a.txt", "1\n");
   Series series;
-  EXPECT_EQ(qxTXT2Array(folder.file("missing").c_str(), series, ",", 0, 1), QX_ERR_FILE_OPEN);
-  EXPECT_EQ(qxTXT2Array(folder.path.c_str(), series, ",", 0, 1), QX_ERR_FILE_OPEN);
-  EXPECT_EQ(qxTXT2Array(nullptr, series, ",", 0, 1), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxTXT2Array(path.c_str(), nullptr, ",", 0, 1), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxTXT2Array(path.c_str(), series, nullptr, 0, 1), QX_ERR_INVALID_PARM);
+  for (const std::string& path : {folder.file("missing"), folder.path}) {
+    EXPECT_EQ(qxTXT2Array(path.c_str(), series, ",", 0, 1), QX_ERR_FILE_OPEN);
+  }
+  const std::string path = folder.write("a.txt", "1\n");
+  qxtest::expectNullsRefused("qxTXT2Array", qxTXT2Array, QX_ERR_INVALID_PARM, path.c_str(), series,
+                             ",", 0, 1);
 }
 
-// What a format prints of up to three series, all indexes.
+// What a format prints of the series, all indexes.
 template <typename... Arrays>
-std::string printed(const char* format, Arrays*... series) {
-  const TemporaryFolder folder;
-  const std::string path = folder.file("out.txt");
-  EXPECT_EQ(qxArrayPrintf(path.c_str(), 0, 0, INT32_MAX, nullptr, format, series...), QX_SUCCESS);
-  return qxtest::readFile(path);
+std::string printed(const std::string& format, Arrays&... series) {
+  return qxtest::written([&](const char* path) {
+    return qxArrayPrintf(path, 0, 0, INT32_MAX, nullptr, format.c_str(), &series.record...);
+  });
 }
 
 TEST(SeriesText, PrintsSeriesSideBySide) {
   Series a{1.5, 2.5, 3.5};
   Series b{10, 20};
-  EXPECT_EQ(printed("%r: %6.2f|%-5.0f|\n", &a.record, &b.record),
+  EXPECT_EQ(printed("%r: %6.2f|%-5.0f|\n", a, b),
             "0:   1.50|10   |\n1:   2.50|20   |\n2:   3.50||\n");
-  EXPECT_EQ(printed("%f%%, ", &a.record), "1.500000%, 2.500000%, 3.500000%, ");
-  EXPECT_EQ(printed("%+05i/%u ", &a.record, &b.record), "+0001/10 +0002/20 +0003/ ");
-  EXPECT_EQ(printed("%03r\n", static_cast<qxArray*>(nullptr)), "") << "no series, no line";
-  EXPECT_EQ(printed("text\n", &a.record), "");
-  EXPECT_EQ(printed("%d;", &b.record), "10;20;");
+  EXPECT_EQ(printed("%f%%, ", a), "1.500000%, 2.500000%, 3.500000%, ");
+  EXPECT_EQ(printed("%+05i/%u ", a, b), "+0001/10 +0002/20 +0003/ ");
+  EXPECT_EQ(printed("text\n", a), "");
+  EXPECT_EQ(printed("%d;", b), "10;20;");
+  const auto printNone = [](const char* path) {
+    return qxArrayPrintf(path, 0, 0, 9, nullptr, "%03r\n", static_cast<qxArray*>(nullptr));
+  };
+  EXPECT_EQ(qxtest::written(printNone), "") << "no series, no line";
 }
 
 TEST(SeriesText, PrintsARangeUnderAHeader) {
@@ -92,60 +91,37 @@ TEST(SeriesText, PrintsARangeUnderAHeader) {
 TEST(SeriesText, PrintsDatesAndTimes) {
   const double date = qxYMDtoDate(1999, 3, 15, 0, 0, 0) + 0.765625;  // 18:22:30
   Series dates{date};
-  const struct {
-    const char* format;
-    const char* text;
-  } cases[] = {
-      {"%YMDi", "99/03/15"},
-      {"%YMD-i", "990315"},
-      {"%CYMDi", "1999/03/15"},
-      {"%CYMD-i", "19990315"},
-      {"%MDYu", "03/15/99"},
-      {"%MDYxu", "031599"},
-      {"%MDCYi", "03/15/1999"},
-      {"%MDCY i", "03151999"},
-      {"%DMYi", "15/03/99"},
-      {"%DMY.u", "150399"},
-      {"%dmcyi", "15/03/1999"},
-      {"%DMCYxi", "15031999"},
-      // Only the first three letters choose; the fourth is the whole code's all the same.
-      {"%CYMi", "19990315"},
-      {"%CYMXi", "1999/03/15"},
-      {"%MDCi", "03151999"},
-      // Upper-case letters decide nothing.
-      {"%YMDIi", "990315"},
-      {"%YMDd", "990315"},
-      // HM prints seconds, HMS does not.
-      {"%HMi", "18:22:30"},
-      {"%HMSi", "18:22"},
-      {"%HMxi", "182230"},
-      {"%HMSxi", "1822"},
-      {"%hmsu", "18:22"},
-      {"%HMd", "182230"},
-      {"%Hi", "36234"},
-      {"%f", "36234.765625"},
-      {"%YMDf", "36234.765625"},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(printed(c.format, &dates.record), c.text) << c.format;
-  }
+  // Only the first three letters choose an order, and the fourth is the whole code's all the same;
+  // upper-case letters decide nothing; HM prints seconds, HMS does not.
+  const std::pair<const char*, const char*> cases[] = {
+      {"%YMDi", "99/03/15"},    {"%YMD-i", "990315"},     {"%CYMDi", "1999/03/15"},
+      {"%CYMD-i", "19990315"},  {"%MDYu", "03/15/99"},    {"%MDYxu", "031599"},
+      {"%MDCYi", "03/15/1999"}, {"%MDCY i", "03151999"},  {"%DMYi", "15/03/99"},
+      {"%DMY.u", "150399"},     {"%dmcyi", "15/03/1999"}, {"%DMCYxi", "15031999"},
+      {"%CYMi", "19990315"},    {"%CYMXi", "1999/03/15"}, {"%MDCi", "03151999"},
+      {"%YMDIi", "990315"},     {"%YMDd", "990315"},      {"%HMi", "18:22:30"},
+      {"%HMSi", "18:22"},       {"%HMxi", "182230"},      {"%HMSxi", "1822"},
+      {"%hmsu", "18:22"},       {"%HMd", "182230"},       {"%Hi", "36234"},
+      {"%f", "36234.765625"},   {"%YMDf", "36234.765625"}};
+  for (const auto& [format, text] : cases) EXPECT_EQ(printed(format, dates), text) << format;
 }
 
 TEST(SeriesText, HostileFormatsAreSafe) {
-  Series a{1.25, std::nan(""), -1e300};
+  Series a{1.25, qxtest::kNaN, -1e300};
   Series b{7};
-  EXPECT_EQ(printed("%*.*f;", &b.record), "7.000000;") << "no argument but the series is read";
-  EXPECT_EQ(printed("%s%n%f;", &b.record), "7.000000;") << "one conversion, up to the f";
-  EXPECT_EQ(printed("%llhhi;", &b.record), "7;");
-  EXPECT_EQ(printed("%i,", &a.record), "1,0,-9223372036854775808,");
-  EXPECT_EQ(printed("%.1f %", &b.record), "7.0 %");
-  EXPECT_EQ(printed("%.1f %x", &b.record), "7.0 %x") << "a conversion that never ends";
-  EXPECT_EQ(printed("%300.2f", &b.record), std::string(296, ' ') + "7.00");
-  EXPECT_EQ(printed("%.2000f", &b.record), "7." + std::string(2000, '0'));
-  EXPECT_EQ(printed("%99999999999f", &b.record).size(), 4096u);
-  const std::string endless = "%" + std::string(100000, 'x') + "f";
-  EXPECT_EQ(printed(endless.c_str(), &b.record), "7.000000");
-  const std::string large = printed("%f ", &a.record);
+  const std::pair<std::string, std::string> cases[] = {
+      {"%*.*f;", "7.000000;"},   // no argument but the series is read
+      {"%s%n%f;", "7.000000;"},  // one conversion, up to the f
+      {"%llhhi;", "7;"},
+      {"%.1f %", "7.0 %"},
+      {"%.1f %x", "7.0 %x"},  // a conversion that never ends
+      {"%300.2f", std::string(296, ' ') + "7.00"},
+      {"%.2000f", "7." + std::string(2000, '0')},
+      {"%" + std::string(100000, 'x') + "f", "7.000000"}};
+  for (const auto& [format, text] : cases) EXPECT_EQ(printed(format, b), text) << format;
+  EXPECT_EQ(printed("%99999999999f", b).size(), 4096u);
+  EXPECT_EQ(printed("%i,", a), "1,0,-9223372036854775808,");
+  const std::string large = printed("%f ", a);
   EXPECT_TRUE(large.starts_with("1.250000 nan -1000000000000000052504760255204420248704468581108"))
       << large;
 }
