@@ -1,30 +1,37 @@
 #include <cstring>
-#include <limits>
 
 #include "tests/support/computrac_files.h"
 #include "tests/support/test_support.h"
 
 namespace {
 
+using qxtest::BarSet;
 using qxtest::dataFile;
-using qxtest::little;
+using qxtest::expectNullsRefused;
 using qxtest::master;
 using qxtest::near;
 using qxtest::put;
 using qxtest::Series;
+using qxtest::seriesOf;
+using qxtest::sumOf;
 using qxtest::TemporaryFolder;
 
-struct Read {
-  qxBars bars = {};
-  int32_t status;
-  Read(const std::string& folder, const char* file, int32_t start = 0, int32_t count = -1) {
-    status = qxCTread(&bars, folder.c_str(), file, start, count);
+constexpr double kFirst = 36164.0;  // 4 January 1999
+
+// A folder with one instrument, S, whose data is F1.DAT.
+struct Instrument : TemporaryFolder {
+  explicit Instrument(const std::string& data = dataFile(7, 10, 990104, 11), int fields = 7,
+                      char period = 'D') {
+    write("master", master({{1, fields, "N", "S", period}}));
+    write("F1.DAT", data);
   }
-  ~Read() { qxFreeBars(&bars); }
-  double at(const qxArray& series, int32_t i) const { return series.data[i]; }
 };
 
-const double kFirst = 36164.0;  // 4 January 1999
+struct Read : BarSet {
+  int32_t status;
+  Read(const char* folder, const char* file, int32_t start = 0, int32_t count = -1)
+      : status(qxCTread(&record, folder, file, start, count)) {}
+};
 
 TEST(CompuTrac, AnInstrumentHasFiveNames) {
   TemporaryFolder folder;
@@ -32,22 +39,22 @@ TEST(CompuTrac, AnInstrumentHasFiveNames) {
   folder.write("F7.DAT", dataFile(7, 3, 990104, 4));
   folder.write("f8.dat", dataFile(5, 2, 990104, 3));
   for (const char* name : {"F7.DAT", "f7.dat", "abc", "ABC@D", "abc@d", "alpha beta"}) {
-    Read read(folder.path, name);
+    Read read(folder, name);
     ASSERT_EQ(read.status, QX_SUCCESS) << name;
-    EXPECT_EQ(read.bars.barsize, 3) << name;
-    EXPECT_STREQ(read.bars.name, "F7.DAT");
-    EXPECT_STREQ(read.bars.symbol, "ABC");
-    EXPECT_STREQ(read.bars.description, "Alpha Beta");
+    EXPECT_EQ(read->barsize, 3) << name;
+    EXPECT_STREQ(read->name, "F7.DAT");
+    EXPECT_STREQ(read->symbol, "ABC");
+    EXPECT_STREQ(read->description, "Alpha Beta");
   }
   for (const char* name : {"G H", "g", "G H@W", "Gamma", "F8.DAT"}) {
-    Read read(folder.path, name);
+    Read read(folder, name);
     EXPECT_EQ(read.status, QX_SUCCESS) << name;
-    EXPECT_EQ(read.bars.frequency, QX_FREQ_WEEKLY);
+    EXPECT_EQ(read->frequency, QX_FREQ_WEEKLY);
   }
   for (const char* name : {"AB", "ABC@W", "F7.MWD", "", "Alpha"}) {
-    Read read(folder.path, name);
+    Read read(folder, name);
     EXPECT_EQ(read.status, QX_ERR_FILE_NOT_FOUND) << name;
-    EXPECT_EQ(read.bars.date.data, nullptr);
+    EXPECT_EQ(read->date.data, nullptr);
   }
 }
 
@@ -57,42 +64,37 @@ TEST(CompuTrac, EntriesMarkedAsFoldersAreSkipped) {
   put(bytes, 53 + 18, "<DIR>");
   folder.write("MASTER", bytes);
   folder.write("F2.DAT", dataFile(7, 1, 990104, 2));
-  Read read(folder.path, "ABC");
+  Read read(folder, "ABC");
   EXPECT_EQ(read.status, QX_SUCCESS);
-  EXPECT_STREQ(read.bars.name, "F2.DAT");
+  EXPECT_STREQ(read->name, "F2.DAT");
 }
 
 TEST(CompuTrac, FieldsFollowPeriodAndCount) {
   struct Case {
-    int fields;
     char period;
+    int fields;
     int place[6];  // fields of open, high, low, close, volume, open interest; 0 when absent
   };
   const Case cases[] = {
-      {5, 'D', {0, 2, 3, 4, 5, 0}}, {6, 'W', {2, 3, 4, 5, 6, 0}}, {7, 'M', {2, 3, 4, 5, 6, 7}},
-      {8, 'D', {2, 3, 4, 5, 6, 7}}, {4, 'I', {0, 0, 0, 3, 4, 0}}, {5, 'I', {0, 0, 0, 3, 4, 5}},
-      {6, 'I', {0, 3, 4, 5, 6, 0}}, {7, 'I', {3, 4, 5, 6, 7, 0}}, {8, 'I', {3, 4, 5, 6, 7, 8}}};
-  for (const Case& c : cases) {
-    TemporaryFolder folder;
-    folder.write("master", master({{1, c.fields, "N", "S", c.period}}));
-    folder.write("F1.DAT", dataFile(c.fields, 2, 990104, 3));
-    Read read(folder.path, "S");
-    SCOPED_TRACE(c.fields);
+      {'D', 5, {0, 2, 3, 4, 5, 0}}, {'W', 6, {2, 3, 4, 5, 6, 0}}, {'M', 7, {2, 3, 4, 5, 6, 7}},
+      {'D', 8, {2, 3, 4, 5, 6, 7}}, {'I', 4, {0, 0, 0, 3, 4, 0}}, {'I', 5, {0, 0, 0, 3, 4, 5}},
+      {'I', 6, {0, 3, 4, 5, 6, 0}}, {'I', 7, {3, 4, 5, 6, 7, 0}}, {'I', 8, {3, 4, 5, 6, 7, 8}}};
+  for (const auto& [period, fields, place] : cases) {
+    SCOPED_TRACE(period + std::to_string(fields));
+    Read read(Instrument(dataFile(fields, 2, 990104, 3), fields, period), "S");
     ASSERT_EQ(read.status, QX_SUCCESS);
-    ASSERT_EQ(read.bars.barsize, 2);
-    const double time = c.period == 'I' ? 21.0 / 86400.0 : 0.0;  // field 2 of bar 1 reads 21
-    EXPECT_TRUE(near(read.at(read.bars.date, 1), kFirst + 1 + time, 1e-15));
-    const qxArray* series[] = {&read.bars.open,  &read.bars.high,   &read.bars.low,
-                               &read.bars.close, &read.bars.volume, &read.bars.openint};
-    for (int f = 0; f < 6; ++f) {
-      const double expected = c.place[f] == 0 ? 0.0 : 10 * c.place[f] + 1;
-      EXPECT_EQ(read.at(*series[f], 1), expected) << f;
+    ASSERT_EQ(read->barsize, 2);
+    const double time = period == 'I' ? 21.0 / 86400.0 : 0.0;  // field 2 of bar 1 reads 21
+    EXPECT_TRUE(near(read->date.data[1], kFirst + 1 + time, 1e-15));
+    for (size_t f = 0; f < 6; ++f) {
+      const double* values = seriesOf(read.record)[f + 1]->data;
+      EXPECT_EQ(values[0], 10.0 * place[f]) << f;
+      EXPECT_EQ(values[1], place[f] == 0 ? 0.0 : 10.0 * place[f] + 1) << f;
     }
-    EXPECT_EQ(read.at(series[0][0], 0), c.place[0] * 10.0);
-    EXPECT_EQ(qxDateDiff("D", read.bars.begindate, kFirst), 0);
-    EXPECT_EQ(qxDateDiff("D", read.bars.enddate, 36532.0), 0);  // 7 January 2000
-    EXPECT_EQ(read.bars.filetype, QX_FILE_COMPUTRAC);
-    EXPECT_EQ(read.bars.reccnt, 2);
+    EXPECT_EQ(qxDateDiff("D", read->begindate, kFirst), 0);
+    EXPECT_EQ(qxDateDiff("D", read->enddate, 36532.0), 0);  // 7 January 2000
+    EXPECT_EQ(read->filetype, QX_FILE_COMPUTRAC);
+    EXPECT_EQ(read->reccnt, 2);
   }
 }
 
@@ -101,84 +103,71 @@ TEST(CompuTrac, ADescriptionFileReplacesTheTable) {
   folder.write("master", master({{1, 4, "N", "FOUR", 'D'}, {2, 0, "N", "NONE", 'D'}}));
   folder.write("F1.DAT", dataFile(4, 1, 990104, 2));
   folder.write("F2.DAT", dataFile(4, 1, 990104, 2));
-  EXPECT_EQ(Read(folder.path, "FOUR").status, QX_ERR_FILE_READ) << "no such combination";
-  EXPECT_EQ(Read(folder.path, "NONE").status, QX_ERR_FILE_READ) << "no fields";
+  EXPECT_EQ(Read(folder, "FOUR").status, QX_ERR_FILE_READ) << "no such combination";
+  EXPECT_EQ(Read(folder, "NONE").status, QX_ERR_FILE_READ) << "no fields";
   folder.write("f1.dop", "\"DATE\",0\n\n\"junk\"\n \" Close\" ,1,2\r\n\"VOLUME\"\n\"LOW\"\n");
-  Read described(folder.path, "FOUR");
+  Read described(folder, "FOUR");
   ASSERT_EQ(described.status, QX_SUCCESS);
-  EXPECT_EQ(described.at(described.bars.close, 0), 30.0);
-  EXPECT_EQ(described.at(described.bars.volume, 0), 40.0);
-  EXPECT_EQ(described.at(described.bars.low, 0), 0.0) << "beyond the record";
+  EXPECT_EQ(described->close.data[0], 30.0);
+  EXPECT_EQ(described->volume.data[0], 40.0);
+  EXPECT_EQ(described->low.data[0], 0.0) << "beyond the record";
   folder.write("f1.dop", "\"DATE\"\n\"OPEN\"\n");
-  EXPECT_EQ(Read(folder.path, "FOUR").status, QX_ERR_FILE_READ) << "a description without close";
+  EXPECT_EQ(Read(folder, "FOUR").status, QX_ERR_FILE_READ) << "a description without close";
 }
 
 TEST(CompuTrac, CountsAreBoundedByTheFile) {
-  TemporaryFolder folder;
-  folder.write("master", master({{1, 7, "N", "S", 'D'}}));
-  folder.write("F1.DAT", dataFile(7, 9, 990104, 0x8005));  // 280 bytes, a negative count
-  EXPECT_EQ(Read(folder.path, "S").bars.barsize, 9);
-  struct Case {
+  const struct {
     const char* what;
     std::string bytes;
     int32_t status, bars, records;
-  };
-  const Case cases[] = {
-      {"count too large", dataFile(7, 2, 990104, 30000), QX_SUCCESS, 2, 29999},
-      {"a torn record", dataFile(7, 2, 990104, 3).substr(0, 28 * 3 - 1), QX_SUCCESS, 1, 2},
-      {"count smaller than the file", dataFile(7, 5, 990104, 3), QX_SUCCESS, 2, 2},
-      {"no bars", dataFile(7, 0, 990104, 1), QX_ERR_RECORD_NOT_FOUND, 0, 0},
-      {"count of 0", dataFile(7, 3, 990104, 0), QX_ERR_RECORD_NOT_FOUND, 0, 0},
-      {"no header", std::string(3, '\0'), QX_ERR_FILE_READ, 0, 0},
-      {"an empty file", "", QX_ERR_FILE_READ, 0, 0}};
-  for (const Case& c : cases) {
-    folder.write("F1.DAT", c.bytes);
-    Read read(folder.path, "S");
-    EXPECT_EQ(read.status, c.status) << c.what;
-    EXPECT_EQ(read.bars.barsize, c.bars) << c.what;
-    EXPECT_EQ(read.bars.reccnt, c.records) << c.what;
+  } cases[] = {{"a negative count", dataFile(7, 9, 990104, 0x8005), QX_SUCCESS, 9, 9},
+               {"count too large", dataFile(7, 2, 990104, 30000), QX_SUCCESS, 2, 29999},
+               {"a torn record", dataFile(7, 2, 990104, 3).substr(0, 28 * 3 - 1), QX_SUCCESS, 1, 2},
+               {"count smaller than the file", dataFile(7, 5, 990104, 3), QX_SUCCESS, 2, 2},
+               {"no bars", dataFile(7, 0, 990104, 1), QX_ERR_RECORD_NOT_FOUND, 0, 0},
+               {"count of 0", dataFile(7, 3, 990104, 0), QX_ERR_RECORD_NOT_FOUND, 0, 0},
+               {"no header", std::string(3, '\0'), QX_ERR_FILE_READ, 0, 0},
+               {"an empty file", "", QX_ERR_FILE_READ, 0, 0}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    Read read(Instrument(c.bytes), "S");
+    EXPECT_EQ(read.status, c.status);
+    EXPECT_EQ(read->barsize, c.bars);
+    EXPECT_EQ(read->reccnt, c.records);
   }
 }
 
 TEST(CompuTrac, RangesOfBarsAndSeries) {
-  TemporaryFolder folder;
-  folder.write("master", master({{1, 7, "N", "S", 'D'}}));
-  folder.write("F1.DAT", dataFile(7, 10, 990104, 11));
-  struct Range {
-    int32_t start, count, status, bars;
-    double firstClose;
-  };
-  const Range ranges[] = {{0, -1, 0, 10, 50},
-                          {4, -1, 0, 6, 54},
-                          {-1, 3, 0, 3, 57},
-                          {8, 5, 0, 2, 58},
-                          {2, 3, 0, 3, 52},
-                          {-5, -1, 0, 10, 50},
-                          {10, 1, QX_ERR_RECORD_NOT_FOUND, 0, 0}};
-  for (const Range& r : ranges) {
-    Read read(folder.path, "S", r.start, r.count);
+  const Instrument folder;
+  const struct {
+    int32_t start, count;
+    std::vector<double> lows;
+  } ranges[] = {{0, -1, {40, 41, 42, 43, 44, 45, 46, 47, 48, 49}},
+                {-5, -1, {40, 41, 42, 43, 44, 45, 46, 47, 48, 49}},
+                {4, -1, {44, 45, 46, 47, 48, 49}},
+                {-1, 3, {47, 48, 49}},
+                {8, 5, {48, 49}},
+                {2, 3, {42, 43, 44}},
+                {10, 1, {}}};
+  for (const auto& [start, count, lows] : ranges) {
+    const int32_t status = lows.empty() ? QX_ERR_RECORD_NOT_FOUND : QX_SUCCESS;
+    Read read(folder, "S", start, count);
     Series series;
-    const int32_t status = qxCTreadarray(series, folder.path.c_str(), "S", 5, r.start, r.count);
-    EXPECT_EQ(read.status, r.status);
-    EXPECT_EQ(status, r.status);
-    EXPECT_EQ(read.bars.barsize, r.bars);
-    EXPECT_EQ(series.record.size, r.bars);
-    if (r.bars > 0) {
-      EXPECT_EQ(read.at(read.bars.low, 0), r.firstClose - 10);
-      EXPECT_EQ(series[0], r.firstClose - 10);
-    }
+    EXPECT_EQ(read.status, status);
+    EXPECT_EQ(qxCTreadarray(series, folder, "S", 5, start, count), status);
+    EXPECT_EQ(qxtest::valuesOf(read->low), lows);
+    EXPECT_EQ(series.values(), lows);
   }
-  Read empty(folder.path, "S", 0, 0);
+  Read empty(folder, "S", 0, 0);
   EXPECT_EQ(empty.status, QX_SUCCESS);
-  EXPECT_EQ(empty.bars.date.data, nullptr);
-  EXPECT_STREQ(empty.bars.symbol, "S");
+  EXPECT_EQ(empty->date.data, nullptr);
+  EXPECT_STREQ(empty->symbol, "S");
 
-  Series dates;
-  EXPECT_EQ(qxCTreadarray(dates, folder.path.c_str(), "S", 1, 9, -1), QX_SUCCESS);
+  Series dates, refused;
+  EXPECT_EQ(qxCTreadarray(dates, folder, "S", 1, 9, -1), QX_SUCCESS);
   EXPECT_EQ(dates.values(), std::vector<double>{kFirst + 9});
-  Series refused;
-  for (int32_t field : {0, 9, INT32_MIN}) {
-    EXPECT_EQ(qxCTreadarray(refused, folder.path.c_str(), "S", field, 0, -1), QX_ERR_INVALID_PARM);
+  for (const int32_t field : {0, 9, INT32_MIN}) {
+    EXPECT_EQ(qxCTreadarray(refused, folder, "S", field, 0, -1), QX_ERR_INVALID_PARM);
   }
   EXPECT_EQ(qxCTreadarray(refused, "nowhere", "S", 1, 0, 0), QX_SUCCESS) << "nothing is opened";
 }
@@ -197,56 +186,48 @@ TEST(CompuTrac, OddBytes) {
   folder.write("F1.DAT", data);
   folder.write("F2.DAT", dataFile(7, 1, 990104, 2));
 
-  Read flagged(folder.path, "abc");
+  Read flagged(folder, "abc");
   ASSERT_EQ(flagged.status, QX_SUCCESS);
-  EXPECT_STREQ(flagged.bars.symbol, "ABC            ");
-  EXPECT_EQ(flagged.at(flagged.bars.date, 0), 0.0);
-  EXPECT_EQ(flagged.at(flagged.bars.volume, 0), 0.0);
-  EXPECT_EQ(flagged.at(flagged.bars.openint, 0), 70.0);
+  EXPECT_STREQ(flagged->symbol, "ABC            ");
+  EXPECT_EQ(flagged->date.data[0], 0.0);
+  EXPECT_EQ(flagged->volume.data[0], 0.0);
+  EXPECT_EQ(flagged->openint.data[0], 70.0);
 
-  Read two(folder.path, "two");
+  Read two(folder, "two");
   ASSERT_EQ(two.status, QX_SUCCESS);
-  EXPECT_STREQ(two.bars.description, "Two");
-  EXPECT_EQ(two.bars.begindate, 0.0);
+  EXPECT_STREQ(two->description, "Two");
+  EXPECT_EQ(two->begindate, 0.0);
 }
 
 TEST(CompuTrac, SetsWithStorageLimitTheCount) {
-  TemporaryFolder folder;
-  folder.write("master", master({{1, 7, "N", "S", 'D'}}));
-  folder.write("F1.DAT", dataFile(7, 10, 990104, 11));
-  qxBars bars = {};
-  ASSERT_EQ(qxAllocBars(&bars, 4), QX_SUCCESS);
-  EXPECT_EQ(qxCTread(&bars, folder.path.c_str(), "S", -1, 6), QX_SUCCESS);
-  EXPECT_EQ(bars.barsize, 4);
-  EXPECT_EQ(bars.date.data[0], kFirst + 6) << "the last ones";
-  EXPECT_EQ(qxCTread(&bars, folder.path.c_str(), "S", 0, 0), QX_SUCCESS);
-  EXPECT_EQ(bars.barsize, 0);
-  qxFreeBars(&bars);
+  const Instrument folder;
+  BarSet bars(std::vector<qxtest::Bar>(4));
+  EXPECT_EQ(qxCTread(bars, folder, "S", -1, 6), QX_SUCCESS);
+  EXPECT_EQ(bars->barsize, 4);
+  EXPECT_EQ(bars->date.data[0], kFirst + 6) << "the last ones";
+  EXPECT_EQ(qxCTread(bars, folder, "S", 0, 0), QX_SUCCESS);
+  EXPECT_EQ(bars->barsize, 0);
 
-  Series series(std::vector<double>(3, 7.0));
-  EXPECT_EQ(qxCTreadarray(series, folder.path.c_str(), "S", 6, -1, 9), QX_SUCCESS);
+  Series series{7, 7, 7};
+  EXPECT_EQ(qxCTreadarray(series, folder, "S", 6, -1, 9), QX_SUCCESS);
   EXPECT_EQ(series.values(), (std::vector<double>{57, 58, 59}));
   series.record.datasize = INT32_MIN;  // damaged
-  EXPECT_EQ(qxCTreadarray(series, folder.path.c_str(), "S", 6, -1, 9), QX_SUCCESS);
+  EXPECT_EQ(qxCTreadarray(series, folder, "S", 6, -1, 9), QX_SUCCESS);
   EXPECT_EQ(series.record.size, 3) << "nothing is read";
-  series.record.datasize = 3;
 }
 
 TEST(CompuTrac, RecordsAreFoundByDate) {
-  TemporaryFolder folder;
-  folder.write("master", master({{1, 7, "N", "S", 'D'}}));
-  folder.write("F1.DAT", dataFile(7, 10, 990104, 11));
-  double found = -1.0;
-  const auto find = [&](double date) {
-    return qxCTfindrec(folder.path.c_str(), "S", date, &found);
-  };
-  EXPECT_EQ(find(kFirst + 4), 4);
-  EXPECT_EQ(found, kFirst + 4);
-  EXPECT_EQ(find(kFirst + 4.5), 5);
-  EXPECT_EQ(found, kFirst + 5);
-  EXPECT_EQ(find(kFirst - 1), QX_ERR_RECORD_NOT_FOUND);
-  EXPECT_EQ(find(kFirst + 10), QX_ERR_RECORD_NOT_FOUND);
-  EXPECT_EQ(found, kFirst + 5) << "left alone";
+  const Instrument folder;
+  const std::tuple<double, int32_t, double> cases[] = {
+      {kFirst + 4, 4, kFirst + 4},
+      {kFirst + 4.5, 5, kFirst + 5},
+      {kFirst - 1, QX_ERR_RECORD_NOT_FOUND, -1.0},  // `found` is left alone
+      {kFirst + 10, QX_ERR_RECORD_NOT_FOUND, -1.0}};
+  for (const auto& [date, record, dateFound] : cases) {
+    double found = -1.0;
+    EXPECT_EQ(qxCTfindrec(folder, "S", date, &found), record);
+    EXPECT_EQ(found, dateFound);
+  }
 }
 
 TEST(CompuTrac, TheExtendedDirectoryComesSecond) {
@@ -254,124 +235,105 @@ TEST(CompuTrac, TheExtendedDirectoryComesSecond) {
   folder.write("xmaster", qxtest::extendedMaster(300, 0xBF));  // all but open interest
   folder.write("F300.MWD", dataFile(7, 2, 990104, 3));
   for (const char* name : {"big", "F300.MWD", "a long instrument name", "BIG@I"}) {
-    Read read(folder.path, name);
+    Read read(folder, name);
     ASSERT_EQ(read.status, QX_SUCCESS) << name;
-    EXPECT_EQ(read.at(read.bars.volume, 1), 71.0);
-    EXPECT_EQ(qxDateDiff("D", read.bars.begindate, kFirst), 0);
-    EXPECT_EQ(read.bars.frequency, QX_FREQ_INTRADAY);
+    EXPECT_EQ(read->volume.data[1], 71.0);
+    EXPECT_EQ(qxDateDiff("D", read->begindate, kFirst), 0);
+    EXPECT_EQ(read->frequency, QX_FREQ_INTRADAY);
   }
-  EXPECT_EQ(Read(folder.path, "F300.DAT").status, QX_ERR_FILE_NOT_FOUND);
+  EXPECT_EQ(Read(folder, "F300.DAT").status, QX_ERR_FILE_NOT_FOUND);
 
   const std::string list = folder.file("list.txt");
-  EXPECT_EQ(qxCTlist(folder.path.c_str(), list.c_str(), 0), QX_SUCCESS);
+  EXPECT_EQ(qxCTlist(folder, list.c_str(), 0), QX_SUCCESS);
   const std::string text = qxtest::readFile(list);
   EXPECT_EQ(text.substr(text.find("F300")),
             "F300.MWD     BIG              A long instrument name                           "
             "Intraday  1999/01/04 2000/01/07\n");
 
   folder.write("xmaster", "broken file\n");
-  EXPECT_EQ(Read(folder.path, "big").status, QX_ERR_FILE_NOT_FOUND);
-  EXPECT_EQ(qxCTlist(folder.path.c_str(), list.c_str(), 0), QX_ERR_FILE_NOT_FOUND);
+  EXPECT_EQ(Read(folder, "big").status, QX_ERR_FILE_NOT_FOUND);
+  EXPECT_EQ(qxCTlist(folder, list.c_str(), 0), QX_ERR_FILE_NOT_FOUND);
   EXPECT_EQ(qxtest::readFile(list).find("F300"), std::string::npos);
-  EXPECT_EQ(qxCTlist(folder.path.c_str(), folder.file("no/where").c_str(), 0), QX_ERR_FILE_OPEN);
+  EXPECT_EQ(qxCTlist(folder, folder.file("no/where").c_str(), 0), QX_ERR_FILE_OPEN);
 }
 
 TEST(CompuTrac, MissingDataFileAndNulls) {
+  constexpr int32_t kRefused = QX_ERR_INVALID_PARM;
   TemporaryFolder folder;
   folder.write("master", master({{1, 7, "N", "S", 'D'}}));
-  EXPECT_EQ(Read(folder.path, "S").status, QX_ERR_FILE_OPEN);
-  qxBars bars = {};
-  EXPECT_EQ(qxCTread(nullptr, "a", "b", 0, 1), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxCTread(&bars, nullptr, "b", 0, 1), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxCTread(&bars, "a", nullptr, 0, 1), QX_ERR_INVALID_PARM);
+  BarSet bars;
   Series series;
-  EXPECT_EQ(qxCTreadarray(nullptr, "a", "b", 1, 0, 1), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxCTreadarray(series, nullptr, "b", 1, 0, 1), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxCTfindrec("a", nullptr, 1.0, nullptr), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxCTlist(nullptr, "b", 0), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxCTread(bars, folder, "S", 0, -1), QX_ERR_FILE_OPEN);
+  expectNullsRefused("qxCTread", qxCTread, kRefused, bars, "a", "b", 0, 1);
+  expectNullsRefused("qxCTreadarray", qxCTreadarray, kRefused, series, "a", "b", 1, 0, 1);
+  expectNullsRefused("qxCTfindrec", qxCTfindrec, kRefused, "a", "b", 1.0, nullptr);
+  expectNullsRefused("qxCTlist", qxCTlist, kRefused, "a", "b", 0);
 }
-
-struct RealFile {
-  const char *folder, *symbol;
-  int32_t bars;
-  double firstDate, lastDate, closes, volumes, openInterest;
-};
 
 TEST(CompuTrac, RealFoldersReadAsKnown) {
   if (qxtest::testDataPath("x").empty()) GTEST_SKIP() << "no real price files";
-  const RealFile files[] = {
-      {"ether-daily", "F14.DAT", 387, 44235, 44802, 1171806, 703, 6607},
-      {"ether-daily", "F29.DAT", 1, 44802, 44802, 1543.5, 0, 0},
-      {"lumber-xmaster", "F1.DAT", 242, 29007, 29356, 51133.398788, 121507, 424374},
-      {"lumber-xmaster", "F46.DAT", 207, 28935, 29235, 44485.098923, 91224, 309111},
-      {"lumber-xmaster", "LB___2022N", 295, 44330, 44757, 234025.199585, 16107, 104634},
-      {"bbfinance-mini", "US", 2, 31049, 31050, 5.2604, 76363, 0}};
-  for (const RealFile& file : files) {
-    Read read(qxtest::testDataPath(std::string("computrac/") + file.folder), file.symbol);
+  const struct {
+    const char *folder, *symbol;
+    int32_t bars;
+    double firstDate, lastDate, closes, volumes, openInterest;
+  } files[] = {{"ether-daily", "F14.DAT", 387, 44235, 44802, 1171806, 703, 6607},
+               {"ether-daily", "F29.DAT", 1, 44802, 44802, 1543.5, 0, 0},
+               {"lumber-xmaster", "F1.DAT", 242, 29007, 29356, 51133.398788, 121507, 424374},
+               {"lumber-xmaster", "F46.DAT", 207, 28935, 29235, 44485.098923, 91224, 309111},
+               {"lumber-xmaster", "LB___2022N", 295, 44330, 44757, 234025.199585, 16107, 104634},
+               {"bbfinance-mini", "US", 2, 31049, 31050, 5.2604, 76363, 0}};
+  const auto path = [](const char* folder) {
+    return qxtest::testDataPath(std::string("computrac/") + folder);
+  };
+  for (const auto& file : files) {
     SCOPED_TRACE(std::string(file.folder) + " " + file.symbol);
-    ASSERT_EQ(read.status, QX_SUCCESS);
-    ASSERT_EQ(read.bars.barsize, file.bars);
-    EXPECT_EQ(read.at(read.bars.date, 0), file.firstDate);
-    EXPECT_EQ(read.at(read.bars.date, file.bars - 1), file.lastDate);
-    double closes = 0, volumes = 0, openInterest = 0;
-    int32_t zeros = 0;
-    for (int32_t i = 0; i < file.bars; ++i) {
-      closes += read.at(read.bars.close, i);
-      volumes += read.at(read.bars.volume, i);
-      openInterest += read.at(read.bars.openint, i);
-      zeros += read.at(read.bars.volume, i) == 0.0 ? 1 : 0;
-    }
-    EXPECT_TRUE(near(closes, file.closes, 1e-6));
-    EXPECT_TRUE(near(volumes, file.volumes, 1e-5));
-    EXPECT_EQ(openInterest, file.openInterest);
-    if (std::strcmp(file.symbol, "F14.DAT") == 0) {
-      EXPECT_EQ(zeros, 343);
-    }
+    Read read(path(file.folder).c_str(), file.symbol);
+    ASSERT_EQ(read->barsize, file.bars);
+    EXPECT_EQ(read->date.data[0], file.firstDate);
+    EXPECT_EQ(read->date.data[file.bars - 1], file.lastDate);
+    EXPECT_TRUE(near(sumOf(read->close), file.closes, 1e-6));
+    EXPECT_TRUE(near(sumOf(read->volume), file.volumes, 1e-5));
+    EXPECT_EQ(sumOf(read->openint), file.openInterest);
   }
-  Read intraday(qxtest::testDataPath("computrac/stooq-intraday"), "2HR.DE");
-  ASSERT_EQ(intraday.status, QX_SUCCESS);
-  ASSERT_EQ(intraday.bars.barsize, 2);
-  EXPECT_EQ(intraday.at(intraday.bars.date, 0), qxYMDtoDate(2013, 11, 15, 9, 5, 0));
-  EXPECT_TRUE(near(intraday.at(intraday.bars.close, 1), 8.59, 1e-6));
+  Read intraday(path("stooq-intraday").c_str(), "2HR.DE");
+  ASSERT_EQ(intraday->barsize, 2);
+  EXPECT_EQ(intraday->date.data[0], qxYMDtoDate(2013, 11, 15, 9, 5, 0));
+  EXPECT_TRUE(near(intraday->close.data[1], 8.59, 1e-6));
 }
 
 TEST(OtherVendors, AreRecognisedButNotRead) {
-  using Find = int32_t (*)(const char*, const char*, double, double*);
-  using List = int32_t (*)(const char*, const char*, int32_t);
-  using ReadBars = int32_t (*)(qxBars*, const char*, const char*, int32_t, int32_t);
-  struct Vendor {
+  const struct {
     const char* index;
-    Find find;
-    List list;
-    ReadBars read;
-  };
-  const Vendor vendors[] = {{"QMASTER", qxCSIfindrec, qxCSIlist, qxCSIread},
-                            {"MapInfo.dat", qxDJfindrec, qxDJlist, qxDJread},
-                            {"fsfracs.FIL", qxFSfindrec, qxFSlist, qxFSread},
-                            {"stocks.ndx", qxTCfindrec, qxTClist, qxTCread},
-                            {"GC.TTD", qxTTfindrec, qxTTlist, qxTTread},
-                            {"ibm.DTA", qxAIQfindrec, qxAIQlist, qxAIQread}};
-  for (const Vendor& vendor : vendors) {
+    decltype(&qxCTfindrec) find;
+    decltype(&qxCTlist) list;
+    decltype(&qxCTread) read;
+  } vendors[] = {{"QMASTER", qxCSIfindrec, qxCSIlist, qxCSIread},
+                 {"MapInfo.dat", qxDJfindrec, qxDJlist, qxDJread},
+                 {"fsfracs.FIL", qxFSfindrec, qxFSlist, qxFSread},
+                 {"stocks.ndx", qxTCfindrec, qxTClist, qxTCread},
+                 {"GC.TTD", qxTTfindrec, qxTTlist, qxTTread},
+                 {"ibm.DTA", qxAIQfindrec, qxAIQlist, qxAIQread}};
+  for (const auto& vendor : vendors) {
     SCOPED_TRACE(vendor.index);
     TemporaryFolder folder;
-    const char* path = folder.path.c_str();
     const std::string list = folder.file("list.out");
-    for (int32_t status : {QX_ERR_FILE_NOT_FOUND, QX_ERR_UNKNOWN}) {
-      double found = 5.0;
-      qxBars bars = {};
-      EXPECT_EQ(vendor.find(path, "x", 1.0, &found), status);
-      EXPECT_EQ(vendor.read(&bars, path, "x", 0, -1), status);
-      EXPECT_EQ(found, 5.0);
-      EXPECT_EQ(bars.date.data, nullptr);
+    double found = 5.0;
+    BarSet bars;
+    for (const int32_t status : {QX_ERR_FILE_NOT_FOUND, QX_ERR_UNKNOWN}) {
+      EXPECT_EQ(vendor.find(folder, "x", 1.0, &found), status);
+      EXPECT_EQ(vendor.read(bars, folder, "x", 0, -1), status);
       const bool listed = status == QX_ERR_UNKNOWN && vendor.list == qxCSIlist;
-      EXPECT_EQ(vendor.list(path, list.c_str(), 0), listed ? QX_SUCCESS : status);
+      EXPECT_EQ(vendor.list(folder, list.c_str(), 0), listed ? QX_SUCCESS : status);
       EXPECT_EQ(qxtest::readFile(list).substr(0, 19), "File Name    Symbol");
       folder.write(vendor.index, "");
     }
-    EXPECT_EQ(vendor.find(nullptr, "x", 1.0, nullptr), QX_ERR_INVALID_PARM);
-    EXPECT_EQ(vendor.read(nullptr, path, "x", 0, 1), QX_ERR_INVALID_PARM);
-    EXPECT_EQ(vendor.list(path, nullptr, 0), QX_ERR_INVALID_PARM);
-    EXPECT_EQ(vendor.list(path, folder.file("no/where").c_str(), 0), QX_ERR_FILE_OPEN);
+    EXPECT_EQ(found, 5.0);
+    EXPECT_EQ(bars->date.data, nullptr);
+    constexpr int32_t kRefused = QX_ERR_INVALID_PARM;
+    expectNullsRefused("find", vendor.find, kRefused, folder, "x", 1.0, nullptr);
+    expectNullsRefused("read", vendor.read, kRefused, bars, folder, "x", 0, 1);
+    expectNullsRefused("list", vendor.list, kRefused, folder, list.c_str(), 0);
+    EXPECT_EQ(vendor.list(folder, folder.file("no/where").c_str(), 0), QX_ERR_FILE_OPEN);
   }
 }
 
@@ -379,8 +341,7 @@ TEST(OtherVendors, CsiDirectoriesAreListed) {
   TemporaryFolder folder;
   const auto record = [](const std::string& name, char type, const std::string& commodity,
                          const std::string& symbol) {
-    std::string line(64, ' ');
-    put(line, 0, "0012");
+    std::string line = "0012" + std::string(60, ' ');
     put(line, 4, name);
     line[24] = type;
     put(line, 36, commodity);
@@ -389,14 +350,12 @@ TEST(OtherVendors, CsiDirectoriesAreListed) {
   };
   folder.write("qmaster", record("SOYBEANS", 'D', "S", "S2") + std::string(64, ' ') +
                               record("COPPER", 'W', "HG", "") + "torn");
-  const std::string list = folder.file("list.out");
-  EXPECT_EQ(qxCSIlist(folder.path.c_str(), list.c_str(), 0), QX_SUCCESS);
-  const std::string text = qxtest::readFile(list);
-  const std::string soybeans =
-      "F001.DTA     S2               SOYBEANS" + std::string(41, ' ') + "Daily                \n";
-  const std::string copper =
-      "F003.DTA     HG               COPPER" + std::string(43, ' ') + "Weekly               \n";
-  EXPECT_EQ(text.substr(text.find("F001")), soybeans + copper);
+  const std::string text =
+      qxtest::written([&](const char* path) { return qxCSIlist(folder, path, 0); });
+  EXPECT_EQ(text.substr(text.find("F001")),
+            "F001.DTA     S2               SOYBEANS" + std::string(41, ' ') +
+                "Daily                \nF003.DTA     HG               COPPER" +
+                std::string(43, ' ') + "Weekly               \n");
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <filesystem>
 #include <functional>
 
@@ -30,7 +29,6 @@ int64_t openFiles() {
 
 struct Writer {
   const char* name;
-  bool standard;  // "STDOUT" is standard output
   std::function<int32_t(const char* file)> write;
 };
 
@@ -46,56 +44,55 @@ struct Printed {
     folder.write("prices.txt", "1999/01/04 1\n");
     folder.write("master", qxtest::master({{1, 5, "Alpha", "ABC", 'D'}}));
     folder.write("qmaster", std::string(64, 'x'));
-    folder.write("mapinfo.dat", "x");
-    folder.write("fsfracs.fil", "x");
-    folder.write("a.NDX", "x");
-    folder.write("a.TTD", "x");
-    folder.write("a.DTA", "x");
+    for (const char* name : {"mapinfo.dat", "fsfracs.fil", "a.NDX", "a.TTD", "a.DTA"}) {
+      folder.write(name, "x");
+    }
   }
 
-  std::vector<Writer> writers() {
-    const char* in = folder.path.c_str();
+  // Those that take "stdout" for standard output.
+  std::vector<Writer> standardWriters() {
     const auto report = [this](auto function) {
       return [this, function](const char* file) { return function(run, file, 1); };
     };
     const auto delimited = [this](auto function) {
       return [this, function](const char* file) { return function(run, file, 0, ",", 1); };
     };
-    const auto list = [in](auto function) {
-      return [in, function](const char* file) { return function(in, file, 1); };
+    const auto list = [this](auto function) {
+      return [this, function](const char* file) { return function(folder, file, 1); };
     };
-    return {
-        {"qxArrayPrintf", false,
-         [this](const char* f) {
-           return qxArrayPrintf(f, 1, 0, 9, "Header\n", "%8.2f\n", &series.record);
-         }},
-        {"qxFILEprintinfo", true, [this](const char* f) { return qxFILEprintinfo(columns, f, 0); }},
-        {"qxTXTwrite", true, [](const char* f) { return qxTXTwrite("text", f, 0); }},
-        {"qxTXTwriteline", true, [](const char* f) { return qxTXTwriteline("", f, 1); }},
-        {"qxTXTlist", true, list(qxTXTlist)},
-        {"qxCTlist", true, list(qxCTlist)},
-        {"qxCSIlist", true, list(qxCSIlist)},
-        {"qxDJlist", true, list(qxDJlist)},
-        {"qxFSlist", true, list(qxFSlist)},
-        {"qxTClist", true, list(qxTClist)},
-        {"qxTTlist", true, list(qxTTlist)},
-        {"qxAIQlist", true, list(qxAIQlist)},
-        {"qxFILElist", true, [in](const char* f) { return qxFILElist("TXT", in, f, 0); }},
-        {"qxTXTwriteinfo", false,
-         [](const char* f) {
-           const qxTXTinfo info = {1, 0, 2, 3, 4, 5, 6, 7, QX_ORDER_YMD, 1, ","};
-           return qxTXTwriteinfo("", f, &info);
-         }},
-        {"qxProfitRpt", true, report(qxProfitRpt)},
-        {"qxProfitRpt1", true, [this](const char* f) { return qxProfitRpt1(run, f, 0, ","); }},
-        {"qxPrintTrades", true, report(qxPrintTrades)},
-        {"qxPrintOrders", true, report(qxPrintOrders)},
-        {"qxTradeRpt1", true, delimited(qxTradeRpt1)},
-        {"qxOpenPosRpt1", true, delimited(qxOpenPosRpt1)},
-        {"qxOrderRpt1", true, delimited(qxOrderRpt1)},
-        {"qxGraphPaintSVG", false,
-         [this](const char* f) { return qxGraphPaintSVG(&panes.graph, f); }},
-        {"qxPNFchart", false, [this](const char* f) { return qxPNFchart(columns, 1.0, f, 0); }}};
+    return {{"qxTXTlist", list(qxTXTlist)},
+            {"qxCTlist", list(qxCTlist)},
+            {"qxCSIlist", list(qxCSIlist)},
+            {"qxDJlist", list(qxDJlist)},
+            {"qxFSlist", list(qxFSlist)},
+            {"qxTClist", list(qxTClist)},
+            {"qxTTlist", list(qxTTlist)},
+            {"qxAIQlist", list(qxAIQlist)},
+            {"qxProfitRpt", report(qxProfitRpt)},
+            {"qxPrintTrades", report(qxPrintTrades)},
+            {"qxPrintOrders", report(qxPrintOrders)},
+            {"qxTradeRpt1", delimited(qxTradeRpt1)},
+            {"qxOpenPosRpt1", delimited(qxOpenPosRpt1)},
+            {"qxOrderRpt1", delimited(qxOrderRpt1)},
+            {"qxFILElist", [this](const char* f) { return qxFILElist("TXT", folder, f, 0); }},
+            {"qxFILEprintinfo", [this](const char* f) { return qxFILEprintinfo(columns, f, 0); }},
+            {"qxTXTwrite", [](const char* f) { return qxTXTwrite("text", f, 0); }},
+            {"qxTXTwriteline", [](const char* f) { return qxTXTwriteline("", f, 1); }},
+            {"qxProfitRpt1", [this](const char* f) { return qxProfitRpt1(run, f, 0, ","); }}};
+  }
+
+  std::vector<Writer> writers() {
+    static const qxTXTinfo info = {1, 0, 2, 3, 4, 5, 6, 7, QX_ORDER_YMD, 1, ","};
+    const auto print = [this](const char* f) {
+      return qxArrayPrintf(f, 1, 0, 9, "Header\n", "%8.2f\n", &series.record);
+    };
+    std::vector<Writer> all = standardWriters();
+    all.push_back({"qxArrayPrintf", print});
+    all.push_back({"qxTXTwriteinfo", [](const char* f) { return qxTXTwriteinfo("", f, &info); }});
+    all.push_back(
+        {"qxGraphPaintSVG", [this](const char* f) { return qxGraphPaintSVG(&panes.graph, f); }});
+    all.push_back({"qxPNFchart", [this](const char* f) { return qxPNFchart(columns, 1.0, f, 0); }});
+    return all;
   }
 };
 
@@ -105,7 +102,7 @@ TEST(DiskFaults, WritersTellWhenTheirOutputIsLost) {
   for (const Writer& writer : printed.writers()) {
     SCOPED_TRACE(writer.name);
     EXPECT_EQ(writer.write(kFull), QX_ERR_FILE_WRITE);
-    EXPECT_EQ(writer.write(printed.folder.path.c_str()), QX_ERR_FILE_OPEN);
+    EXPECT_EQ(writer.write(printed.folder), QX_ERR_FILE_OPEN);
     EXPECT_EQ(writer.write(printed.folder.file("no/file").c_str()), QX_ERR_FILE_OPEN);
     EXPECT_EQ(openFiles(), before);
   }
@@ -115,139 +112,113 @@ TEST(DiskFaults, WritersTellWhenTheirOutputIsLost) {
 // report the loss of its standard output, or with 0.
 [[noreturn]] void writeToLostOutput(const std::vector<Writer>& writers, bool closed) {
   const int full = open(kFull, O_WRONLY);
-  if (closed) {
-    close(full);
-    close(STDOUT_FILENO);
-  } else {
-    dup2(full, STDOUT_FILENO);
-    close(full);
-  }
+  dup2(full, STDOUT_FILENO);
+  close(full);
+  if (closed) close(STDOUT_FILENO);
   const int64_t before = openFiles();
-  int failed = 0;
-  for (size_t i = 0; i < writers.size() && failed == 0; ++i) {
-    if (!writers[i].standard) continue;
+  for (size_t i = 0; i < writers.size(); ++i) {
     const bool told = writers[i].write("stdOUT") == QX_ERR_FILE_WRITE;
-    if (!told || openFiles() != before) failed = static_cast<int>(i) + 1;
+    if (!told || openFiles() != before) _exit(static_cast<int>(i) + 1);
   }
-  _exit(failed);
+  _exit(0);
 }
 
 TEST(DiskFaults, StandardOutputCanBeLostToo) {
   Printed printed;
-  const auto writers = printed.writers();
-  EXPECT_EXIT(writeToLostOutput(writers, true), testing::ExitedWithCode(0), "");
-  EXPECT_EXIT(writeToLostOutput(writers, false), testing::ExitedWithCode(0), "");
+  for (const bool closed : {true, false}) {
+    EXPECT_EXIT(writeToLostOutput(printed.standardWriters(), closed), testing::ExitedWithCode(0),
+                "");
+  }
 }
+
+constexpr int32_t kRead = QX_ERR_FILE_READ, kOpen = QX_ERR_FILE_OPEN;
 
 struct Reader {
   const char* name;
   std::function<int32_t()> read;
-  int32_t unreadable;  // status when reading fails
-  int32_t isFolder;    // status when a folder stands in place of the file
+  int32_t isFolder = kOpen;    // status when a folder stands in place of the file
+  int32_t unreadable = kRead;  // status when reading fails
 };
 
-// Puts an unreadable file, or a folder, in the place of a file.
-void replaceFile(const std::string& path, bool byFolder) {
-  std::filesystem::remove(path);
-  if (byFolder) {
-    std::filesystem::create_directory(path);
-  } else {
-    std::filesystem::create_symlink(kUnreadable, path);
-  }
-}
-
-void expectFaults(const TemporaryFolder& folder, const char* file,
-                  const std::vector<Reader>& readers) {
-  for (const bool byFolder : {false, true}) {
-    replaceFile(folder.file(file), byFolder);
-    const int64_t before = openFiles();
-    for (const Reader& reader : readers) {
-      SCOPED_TRACE(std::string(reader.name) + (byFolder ? " of a folder for " : " of ") + file);
-      EXPECT_EQ(reader.read(), byFolder ? reader.isFolder : reader.unreadable);
-      EXPECT_EQ(openFiles(), before);
-    }
-  }
-}
-
-TEST(DiskFaults, TextReadersTellWhenReadingFails) {
+struct ReadFaults : testing::Test {
   TemporaryFolder folder;
-  const char* in = folder.path.c_str();
-  const std::string path = folder.file("prices.txt");
-  qxTXTinfo info = {1, 0, 2, 3, 4, 5, 6, 7, QX_ORDER_YMD, 1, ","};
   qxtest::BarSet bars;
   qxtest::Series array;
   double found = 1.5;
-  constexpr int32_t kRead = QX_ERR_FILE_READ, kOpen = QX_ERR_FILE_OPEN;
+
+  // Puts an unreadable file, then a folder, in the place of a file.
+  void expectFaults(const char* file, const std::vector<Reader>& readers) {
+    const std::string path = folder.file(file);
+    for (const bool byFolder : {false, true}) {
+      std::filesystem::remove(path);
+      if (byFolder) std::filesystem::create_directory(path);
+      if (!byFolder) std::filesystem::create_symlink(kUnreadable, path);
+      const int64_t before = openFiles();
+      for (const Reader& reader : readers) {
+        SCOPED_TRACE(std::string(reader.name) + (byFolder ? " of a folder for " : " of ") + file);
+        EXPECT_EQ(reader.read(), byFolder ? reader.isFolder : reader.unreadable);
+        EXPECT_EQ(openFiles(), before);
+      }
+    }
+    std::filesystem::remove(path);
+  }
+  void expectUntouched() const {
+    EXPECT_EQ(bars.record.date.data, nullptr);
+    EXPECT_EQ(array.record.data, nullptr);
+    EXPECT_EQ(found, 1.5);
+  }
+};
+
+TEST_F(ReadFaults, OfTextFilesAreTold) {
+  const std::string path = folder.file("p.txt");
+  qxTXTinfo info = {1, 0, 2, 3, 4, 5, 6, 7, QX_ORDER_YMD, 1, ","};
   folder.write("txtinfo.txt", "dt = 1\n");
   expectFaults(
-      folder, "prices.txt",
-      {{"qxTXT2Array", [&] { return qxTXT2Array(path.c_str(), array, ",", 0, 1); }, kRead, kOpen},
-       {"qxTXTread", [&] { return qxTXTread(bars, in, "prices.txt", &info, 0, -1); }, kRead, kOpen},
-       {"qxTXTreadarray", [&] { return qxTXTreadarray(array, in, "prices.txt", ",", 0, 1, 0, 5); },
-        kRead, kOpen},
-       {"qxTXTfindrec", [&] { return qxTXTfindrec(in, "prices.txt", &info, 1.0, &found); }, kRead,
-        kOpen},
-       {"qxFILEread", [&] { return qxFILEread("TXT", bars, in, "prices.txt", 0, 5); }, kRead,
-        kOpen}});
-  EXPECT_EQ(bars->date.data, nullptr);
-  EXPECT_EQ(array.record.data, nullptr);
-  EXPECT_EQ(found, 1.5);
-
+      "p.txt",
+      {{"qxTXT2Array", [&] { return qxTXT2Array(path.c_str(), array, ",", 0, 1); }},
+       {"qxTXTread", [&] { return qxTXTread(bars, folder, "p.txt", &info, 0, -1); }},
+       {"qxTXTreadarray", [&] { return qxTXTreadarray(array, folder, "p.txt", ",", 0, 1, 0, 5); }},
+       {"qxTXTfindrec", [&] { return qxTXTfindrec(folder, "p.txt", &info, 1.0, &found); }},
+       {"qxFILEread", [&] { return qxFILEread("TXT", bars, folder, "p.txt", 0, 5); }}});
+  expectUntouched();
   expectFaults(
-      folder, "txtinfo.txt",
-      {{"qxTXTreadinfo", [&] { return qxTXTreadinfo(in, "txtinfo.txt", &info); }, kRead, kOpen},
-       {"qxFILEread", [&] { return qxFILEread("7", bars, in, "prices.txt", 0, -1); }, kRead, kOpen},
-       {"qxFILEfindrec", [&] { return qxFILEfindrec("7", in, "prices.txt", 1.0, nullptr); }, kRead,
-        kOpen}});
+      "txtinfo.txt",
+      {{"qxTXTreadinfo", [&] { return qxTXTreadinfo(folder, "txtinfo.txt", &info); }},
+       {"qxFILEread", [&] { return qxFILEread("7", bars, folder, "p.txt", 0, -1); }},
+       {"qxFILEfindrec", [&] { return qxFILEfindrec("7", folder, "p.txt", 1.0, nullptr); }}});
 }
 
-TEST(DiskFaults, CompuTracReadersTellWhenReadingFails) {
-  TemporaryFolder folder;
-  const char* in = folder.path.c_str();
-  qxtest::BarSet bars;
-  qxtest::Series array;
-  double found = 1.5;
-  const auto read = [&] { return qxCTread(bars, in, "F1.DAT", 0, -1); };
-  const auto readArray = [&] { return qxCTreadarray(array, in, "F1.DAT", 6, 0, -1); };
-  const auto find = [&] { return qxCTfindrec(in, "F1.DAT", 36164.0, &found); };
-  const auto list = [&] { return qxCTlist(in, folder.file("list.out").c_str(), 0); };
+TEST_F(ReadFaults, OfCompuTracFilesAreTold) {
+  const auto read = [&] { return qxCTread(bars, folder, "F1.DAT", 0, -1); };
+  const auto readArray = [&] { return qxCTreadarray(array, folder, "F1.DAT", 6, 0, -1); };
+  const auto find = [&] { return qxCTfindrec(folder, "F1.DAT", 36164.0, &found); };
+  const auto list = [&] { return qxCTlist(folder, folder.file("list.out").c_str(), 0); };
   const std::string directory = qxtest::master({{1, 5, "Alpha", "ABC", 'D'}});
   folder.write("master", directory);
-  constexpr int32_t kRead = QX_ERR_FILE_READ, kOpen = QX_ERR_FILE_OPEN;
-  expectFaults(folder, "F1.DAT",
-               {{"qxCTread", read, kRead, kOpen},
-                {"qxCTreadarray", readArray, kRead, kOpen},
-                {"qxCTfindrec", find, kRead, kOpen}});
+  expectFaults("F1.DAT", {{"qxCTread", read}, {"qxCTreadarray", readArray}, {"qxCTfindrec", find}});
   for (const char* name : {"master", "xmaster"}) {
-    expectFaults(folder, name,
-                 {{"qxCTread", read, kRead, QX_ERR_FILE_NOT_FOUND},
-                  {"qxCTreadarray", readArray, kRead, QX_ERR_FILE_NOT_FOUND},
-                  {"qxCTfindrec", find, kRead, QX_ERR_FILE_NOT_FOUND},
-                  {"qxCTlist", list, kRead, QX_ERR_FILE_NOT_FOUND}});
+    expectFaults(name, {{"qxCTread", read, QX_ERR_FILE_NOT_FOUND},
+                        {"qxCTreadarray", readArray, QX_ERR_FILE_NOT_FOUND},
+                        {"qxCTfindrec", find, QX_ERR_FILE_NOT_FOUND},
+                        {"qxCTlist", list, QX_ERR_FILE_NOT_FOUND}});
   }
-  EXPECT_EQ(bars->date.data, nullptr);
-  EXPECT_EQ(array.record.data, nullptr);
-  EXPECT_EQ(found, 1.5);
+  expectUntouched();
 
   // A description that cannot be read counts as none.
-  std::filesystem::remove(folder.file("master"));
-  std::filesystem::remove(folder.file("F1.DAT"));
   folder.write("master", directory);
   folder.write("F1.DAT", qxtest::dataFile(5, 3, 990104, 4));
-  expectFaults(folder, "F1.DOP", {{"qxCTread", read, QX_SUCCESS, QX_SUCCESS}});
+  expectFaults("F1.DOP", {{"qxCTread", read, QX_SUCCESS, QX_SUCCESS}});
   EXPECT_EQ(bars->barsize, 3);
 }
 
-TEST(DiskFaults, AFolderIsNoVendorDirectory) {
-  TemporaryFolder folder;
-  const char* in = folder.path.c_str();
+TEST_F(ReadFaults, AFolderIsNoVendorDirectory) {
   const std::string list = folder.file("list.out");
   std::filesystem::create_directory(folder.file("qmaster"));
   std::filesystem::create_directory(folder.file("a.TTD"));
   const int64_t before = openFiles();
-  EXPECT_EQ(qxCSIlist(in, list.c_str(), 0), QX_ERR_FILE_NOT_FOUND);
-  EXPECT_EQ(qxCSIfindrec(in, "a", 1.0, nullptr), QX_ERR_FILE_NOT_FOUND);
-  EXPECT_EQ(qxTTlist(in, list.c_str(), 0), QX_ERR_FILE_NOT_FOUND);
+  EXPECT_EQ(qxCSIlist(folder, list.c_str(), 0), QX_ERR_FILE_NOT_FOUND);
+  EXPECT_EQ(qxCSIfindrec(folder, "a", 1.0, nullptr), QX_ERR_FILE_NOT_FOUND);
+  EXPECT_EQ(qxTTlist(folder, list.c_str(), 0), QX_ERR_FILE_NOT_FOUND);
   EXPECT_EQ(openFiles(), before);
 }
 

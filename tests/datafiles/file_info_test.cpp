@@ -1,3 +1,4 @@
+#include <cstddef>
 #include <cstring>
 #include <string>
 
@@ -5,35 +6,22 @@
 
 namespace {
 
-using qxtest::BarSet;
-using qxtest::TemporaryFolder;
-
 std::string printedInfo(const qxBars& bars) {
-  const TemporaryFolder folder;
-  const std::string path = folder.file("info.txt");
-  EXPECT_EQ(qxFILEprintinfo(&bars, path.c_str(), 0), QX_SUCCESS);
-  return qxtest::readFile(path);
+  return qxtest::written([&](const char* path) { return qxFILEprintinfo(&bars, path, 0); });
 }
 
 TEST(FileInfo, OfATextFile) {
-  const TemporaryFolder folder;
+  const qxtest::TemporaryFolder folder;
   folder.write("abc.csv", "2001-01-02,5\n2001-01-03,6\n");
   const qxTXTinfo layout = {1, 0, 0, 0, 0, 2, 0, 0, 0, 0, ","};
-  BarSet bars;
-  ASSERT_EQ(qxTXTread(bars, folder.path.c_str(), "abc.csv", &layout, 0, 1), QX_SUCCESS);
+  qxtest::BarSet bars;
+  ASSERT_EQ(qxTXTread(bars, folder, "abc.csv", &layout, 0, 1), QX_SUCCESS);
   EXPECT_EQ(printedInfo(bars.record),
-            "barsize      1\n"
-            "datasize     1\n"
-            "reccnt       2\n"
+            "barsize      1\ndatasize     1\nreccnt       2\n"
             "path         " +
                 folder.path +
-                "\n"
-                "name         abc.csv\n"
-                "symbol       abc\n"
-                "description  abc\n"
-                "frequency    Unknown\n"
-                "datatype     Unknown\n"
-                "filetype     Text\n");
+                "\nname         abc.csv\nsymbol       abc\ndescription  abc\n"
+                "frequency    Unknown\ndatatype     Unknown\nfiletype     Text\n");
 }
 
 TEST(FileInfo, PrintsEveryFieldThatIsSet) {
@@ -57,69 +45,43 @@ TEST(FileInfo, PrintsEveryFieldThatIsSet) {
   const std::string text = printedInfo(bars);
   qxSetDefaultDateFormat(0);
   EXPECT_EQ(text,
-            "barsize      -3\n"
-            "datasize     2147483647\n"
-            "reccnt       0\n"
-            "path         C:\\data\n"
-            "name         F7.DAT\n"
-            "symbol       ABC\n"
-            "description  Abc 50% off\n"
-            "cusip        037833100\n"
-            "begindate    15/03/1999\n"
-            "enddate      31/12/2001\n"
-            "frequency    Daily\n"
-            "datatype     Option\n"
-            "optiontype   Put\n"
-            "deliverydate 18/01/2002\n"
-            "strikeprice        42.57\n"
-            "filetype     CompuTrac\n");
+            "barsize      -3\ndatasize     2147483647\nreccnt       0\n"
+            "path         C:\\data\nname         F7.DAT\n"
+            "symbol       ABC\ndescription  Abc 50% off\ncusip        037833100\n"
+            "begindate    15/03/1999\nenddate      31/12/2001\n"
+            "frequency    Daily\ndatatype     Option\noptiontype   Put\n"
+            "deliverydate 18/01/2002\nstrikeprice        42.57\nfiletype     CompuTrac\n");
 }
 
 TEST(FileInfo, CodesOutsideTheirTablesAndFieldsWithoutEnd) {
   qxBars bars = {};
-  std::memset(bars.path, 'p', sizeof bars.path);
-  std::memset(bars.name, 'n', sizeof bars.name);
-  std::memset(bars.symbol, 's', sizeof bars.symbol);
-  std::memset(bars.description, 'd', sizeof bars.description);
-  std::memset(bars.cusip, 'c', sizeof bars.cusip);
+  std::memset(bars.path, 'x', offsetof(qxBars, begindate) - offsetof(qxBars, path));
   bars.frequency = 7;
   bars.datatype = -1;
   bars.optiontype = INT32_MIN;
   bars.filetype = INT32_MAX;
-  EXPECT_EQ(printedInfo(bars),
-            "barsize      0\ndatasize     0\nreccnt       0\n"
-            "path         " +
-                std::string(256, 'p') +
-                "\n"
-                "name         " +
-                std::string(16, 'n') +
-                "\n"
-                "symbol       " +
-                std::string(16, 's') +
-                "\n"
-                "description  " +
-                std::string(48, 'd') +
-                "\n"
-                "cusip        " +
-                std::string(12, 'c') +
-                "\n"
-                "frequency    Unknown\ndatatype     Unknown\n"
-                "optiontype    \n"
-                "filetype     Unknown\n");
+  const auto filled = [](size_t length) { return std::string(length, 'x') + "\n"; };
+  EXPECT_EQ(
+      printedInfo(bars),
+      "barsize      0\ndatasize     0\nreccnt       0\n"
+      "path         " +
+          filled(256) + "name         " + filled(16) + "symbol       " + filled(16) +
+          "description  " + filled(48) + "cusip        " + filled(12) +
+          "frequency    Unknown\ndatatype     Unknown\noptiontype    \nfiletype     Unknown\n");
 }
 
 TEST(FileInfo, Outputs) {
   const qxBars bars = {};
-  const TemporaryFolder folder;
+  const qxtest::TemporaryFolder folder;
   const std::string path = folder.write("info.txt", "before\n");
   EXPECT_EQ(qxFILEprintinfo(&bars, path.c_str(), 1), QX_SUCCESS);
   EXPECT_TRUE(qxtest::readFile(path).starts_with("before\nbarsize      0\n"));
   ::testing::internal::CaptureStdout();
   EXPECT_EQ(qxFILEprintinfo(&bars, "stdout", 0), QX_SUCCESS);
   EXPECT_TRUE(::testing::internal::GetCapturedStdout().starts_with("barsize      0\n"));
-  EXPECT_EQ(qxFILEprintinfo(&bars, folder.path.c_str(), 0), QX_ERR_FILE_OPEN);
-  EXPECT_EQ(qxFILEprintinfo(nullptr, path.c_str(), 0), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxFILEprintinfo(&bars, nullptr, 0), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxFILEprintinfo(&bars, folder, 0), QX_ERR_FILE_OPEN);
+  qxtest::expectNullsRefused("qxFILEprintinfo", qxFILEprintinfo, QX_ERR_INVALID_PARM, &bars,
+                             path.c_str(), 0);
 }
 
 }  // namespace

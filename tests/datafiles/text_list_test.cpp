@@ -8,12 +8,10 @@ namespace {
 
 using qxtest::TemporaryFolder;
 
-const std::string kHeader =
-    "File Name    Symbol           Description                                      Frequency "
-    "First "
-    "Date Last Date \n"
-    "------------ ---------------- ------------------------------------------------ --------- "
-    "---------- ----------\n";
+std::string padded(std::string text, size_t width) {
+  text.resize(width, ' ');
+  return text + " ";
+}
 
 std::string today() {
   const std::time_t now = std::time(nullptr);
@@ -23,11 +21,6 @@ std::string today() {
   return text;
 }
 
-std::string padded(std::string text, size_t width) {
-  text.resize(width, ' ');
-  return text + " ";
-}
-
 TEST(TextList, ListsByPatternAndLeavesTheLayoutOut) {
   const TemporaryFolder folder;
   for (const char* name : {"b.txt", "a.CSV", "x.dat", "TxtInfo.txt", "c.prn", "d.asc"}) {
@@ -35,8 +28,12 @@ TEST(TextList, ListsByPatternAndLeavesTheLayoutOut) {
   }
   std::filesystem::create_directory(folder.file("folder.csv"));
   const std::string out = folder.file("listing");
-  ASSERT_EQ(qxTXTlist(folder.path.c_str(), out.c_str(), 0), QX_SUCCESS);
-  std::string expected = kHeader;
+  const std::string header = padded("File Name", 12) + padded("Symbol", 16) +
+                             padded("Description", 48) + "Frequency First Date Last Date \n" +
+                             std::string(12, '-') + " " + std::string(16, '-') + " " +
+                             std::string(48, '-') + " --------- ---------- ----------\n";
+  ASSERT_EQ(qxTXTlist(folder, out.c_str(), 0), QX_SUCCESS);
+  std::string expected = header;
   for (const std::string name : {"d.asc", "a.CSV", "c.prn", "b.txt"}) {
     expected += padded(name, 12) + padded(name.substr(0, 1), 16) + padded(name, 48) +
                 "Unknown   Unknown    " + today() + "\n";
@@ -46,10 +43,9 @@ TEST(TextList, ListsByPatternAndLeavesTheLayoutOut) {
   qxSetDefaultDateFormat(2);
   ASSERT_EQ(qxTXTlist("no such folder", out.c_str(), 1), QX_SUCCESS);
   qxSetDefaultDateFormat(0);
-  EXPECT_EQ(qxtest::readFile(out), expected + kHeader) << "appended, the header alone";
-  EXPECT_EQ(qxTXTlist(folder.path.c_str(), folder.file("no/such").c_str(), 0), QX_ERR_FILE_OPEN);
-  EXPECT_EQ(qxTXTlist(nullptr, out.c_str(), 0), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxTXTlist("", nullptr, 0), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxtest::readFile(out), expected + header) << "appended, the header alone";
+  EXPECT_EQ(qxTXTlist(folder, folder.file("no/such").c_str(), 0), QX_ERR_FILE_OPEN);
+  qxtest::expectNullsRefused("qxTXTlist", qxTXTlist, QX_ERR_INVALID_PARM, "", out.c_str(), 0);
 }
 
 TEST(TextWrite, ReplacesAndAppends) {
@@ -61,9 +57,10 @@ TEST(TextWrite, ReplacesAndAppends) {
   EXPECT_EQ(qxtest::readFile(out), "first %s\nsecond\n");
   EXPECT_EQ(qxTXTwrite("new", out.c_str(), 0), QX_SUCCESS);
   EXPECT_EQ(qxtest::readFile(out), "new");
-  EXPECT_EQ(qxTXTwrite("x", folder.path.c_str(), 0), QX_ERR_FILE_OPEN);
-  EXPECT_EQ(qxTXTwrite(nullptr, out.c_str(), 0), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxTXTwriteline("x", nullptr, 0), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxTXTwrite("x", folder, 0), QX_ERR_FILE_OPEN);
+  for (auto* write : {qxTXTwrite, qxTXTwriteline}) {
+    qxtest::expectNullsRefused("write", write, QX_ERR_INVALID_PARM, "x", out.c_str(), 0);
+  }
 
   ::testing::internal::CaptureStdout();
   EXPECT_EQ(qxTXTwriteline("to the screen", "stdOut", 0), QX_SUCCESS);
