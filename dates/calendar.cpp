@@ -168,7 +168,8 @@ int32_t qxDateDiff(const char* unit, double first, double second) {
 }
 
 int32_t qxDayOfWeek(double date) {
-  return static_cast<int32_t>(qx::truncateToInt64(date + 693593.0) % 7);
+  const auto weekday = static_cast<int32_t>(qx::truncateToInt64(date + 693593.0) % 7);
+  return weekday < 0 ? weekday + 7 : weekday;  // before the year 1 too, weeks begin on Mondays
 }
 
 int32_t qxDateValidate(int32_t year, int32_t month, int32_t day, int32_t hour, int32_t minute,

@@ -807,7 +807,7 @@ QX_API int32_t qxDatePart(const char* part, double date);
  * rounded up as in qxDateToYMD), days ignored. Any other gives 0. Saturates at 32 bits. */
 QX_API int32_t qxDateDiff(const char* unit, double first, double second);
 
-/** Day of the week: 0 Monday to 6 Sunday. Dates before the year 1 give 0 or a negative number. */
+/** Day of the week: 0 Monday to 6 Sunday. */
 QX_API int32_t qxDayOfWeek(double date);
 
 /** 1 when the parts name a day of the calendar (any year, months and days checked, two-digit years

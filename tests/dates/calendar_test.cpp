@@ -47,15 +47,19 @@ TEST(Calendar, KnownNumbers) {
   EXPECT_EQ(qxYearToDays(1900), 366.0);
   EXPECT_EQ(qxDayOfWeek(2.0), 0);
   EXPECT_EQ(qxDayOfWeek(0.0), 5);
+  EXPECT_EQ(qxDayOfWeek(-693594.0), 6) << "31 December of the year 0";
 }
 
 TEST(Calendar, TwoDigitYears) {
   const double june2019 = qxYMDtoDate(2019, 6, 1, 0, 0, 0);
   EXPECT_EQ(qxYMDtoDate(19, 6, 1, 0, 0, 0), june2019);
+  EXPECT_EQ(qxYMDtoDate(20, 6, 1, 0, 0, 0), qxYMDtoDate(1920, 6, 1, 0, 0, 0));
   qxSet2DigitYearCutoff(10);
   qxSet2DigitYearCutoff(-1);   // ignored
   qxSet2DigitYearCutoff(100);  // ignored
   EXPECT_EQ(qxYMDtoDate(19, 6, 1, 0, 0, 0), qxYMDtoDate(1919, 6, 1, 0, 0, 0));
+  qxSet2DigitYearCutoff(0);
+  EXPECT_EQ(qxDateValidate(0, 2, 29, 0, 0, 0), 0) << "1900";
   qxSet2DigitYearCutoff(20);
   EXPECT_EQ(qxIsLeapYear(0), 1);
   EXPECT_EQ(qxIsLeapYear(99), 0);
@@ -63,11 +67,13 @@ TEST(Calendar, TwoDigitYears) {
   EXPECT_EQ(qxIsLeapYear(2000), 1);
   EXPECT_EQ(qxIsLeapYear(-4), 1) << "1996";
   EXPECT_EQ(qxYearToDays(-1), qxYearToDays(1999));
+  EXPECT_EQ(qxYearToDays(-3001), -1001 * 365 - 250 + 10 - 2 - 693594) << "-1001, not floored";
 }
 
 TEST(Calendar, NumbersOfDataFiles) {
   EXPECT_EQ(qxNumToDate(991231), qxYMDtoDate(1999, 12, 31, 0, 0, 0));
   EXPECT_EQ(qxNumToDate(1000101), qxYMDtoDate(2000, 1, 1, 0, 0, 0));
+  EXPECT_EQ(qxNumToDate(1000301), 36586.0) << "2000 is a leap year, 100 is none";
   EXPECT_EQ(qxNumToDate(19990315), qxYMDtoDate(1999, 3, 15, 0, 0, 0));
   EXPECT_EQ(qxNumToDate(18990315), qxYMDtoDate(3799, 3, 15, 0, 0, 0)) << "1899 counts from 1900";
   EXPECT_EQ(qxNumToDate(190601), qxYMDtoDate(2019, 6, 1, 0, 0, 0));
@@ -91,6 +97,10 @@ TEST(Calendar, SecondsAreRoundedUp) {
   EXPECT_EQ(qxDatePart("Year", 36586.75), 2000);
   EXPECT_EQ(qxDatePart("m", 36586.75), 3);
   EXPECT_EQ(qxDatePart("D", 36586.75), 1);
+  EXPECT_EQ(qxDatePart("D", -1.75), 29);
+  int32_t day = 0;
+  qxDateToYMD(36586.75, nullptr, nullptr, &day, nullptr, nullptr, nullptr);
+  EXPECT_EQ(day, 1) << "asked for alone";
   EXPECT_EQ(qxDatePart("h", 36586.75), 18);
   EXPECT_EQ(qxDatePart("N", 36586.765625), 22);
   EXPECT_EQ(qxDatePart("S", 36586.765625), 30);
@@ -103,6 +113,7 @@ TEST(Calendar, Differences) {
   EXPECT_EQ(qxDateDiff("S", 1.25, 5.5), 21600);
   EXPECT_EQ(qxDateDiff("d", 1.9, 5.1), 4);
   EXPECT_EQ(qxDateDiff("d", 5.1, 1.9), -4);
+  EXPECT_EQ(qxDateDiff("d", -1.75, 5.1), 6);
   EXPECT_EQ(qxDateDiff("D", -1e300, 1e300), INT32_MAX);
   EXPECT_EQ(qxDateDiff("D", std::nan(""), 7.0), 7);
   EXPECT_EQ(qxDateDiff("H", 1.0, 5.0), 0);
@@ -119,6 +130,8 @@ TEST(Calendar, Validation) {
       {0, 0, 0, 0, 60, 0, 0},
       {0, 0, 0, 0, 0, 60, 0},
       {0, 0, 0, -1, 0, 0, 0},
+      {0, 0, 0, 0, -1, 0, 0},
+      {0, 0, 0, 0, 0, -1, 0},
       {1999, 0, 1, 0, 0, 0, 0},
       {1999, 13, 1, 0, 0, 0, 0},
       {1999, 4, 31, 0, 0, 0, 0},
@@ -142,7 +155,7 @@ TEST(Calendar, HostileDatesNeitherLoopNorTrap) {
   for (const double date : {-infinity, infinity, std::nan(""), 1e300, -1e300, 9e17, -9e17}) {
     int32_t parts[6] = {};
     qxDateToYMD(date, &parts[0], &parts[1], &parts[2], &parts[3], &parts[4], &parts[5]);
-    EXPECT_LE(std::abs(qxDayOfWeek(date)), 6);
+    EXPECT_LE(static_cast<uint32_t>(qxDayOfWeek(date)), 6U);
     EXPECT_TRUE(std::isfinite(qxYearToDays(parts[0])));
   }
   EXPECT_TRUE(std::isfinite(qxYMDtoDate(INT32_MAX, 12, 31, 23, 59, 59)));
