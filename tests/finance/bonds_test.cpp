@@ -12,6 +12,7 @@ constexpr double kToday = 40000.0;
 TEST(TimeValue, CompoundInterest) {
   qxTimeValue tv = {100, 12, 1, 12};
   EXPECT_TRUE(near(qxFutureValue(&tv), 112.68250301319698, 1e-14));
+  tv.amount = 55;
   EXPECT_TRUE(near(qxFutureValuePrinc(&tv, 112.68250301319698), 100, 1e-13));
   EXPECT_TRUE(near(tv.amount, 100, 1e-13)) << "stored";
   tv = {1000, 8, 5, 4};
