@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/test_support.h"
+#include "tests/charting/graph.h"
 
 namespace qxtest {
 
@@ -26,8 +26,8 @@ inline std::vector<Bar> wavyBars(double first, double step, int32_t count) {
   return bars;
 }
 
-struct ReferenceGraph {
-  qxGraph graph = {};
+// Panes over one set of bars and what is computed from it.
+struct ReferenceGraph : Graph {
   BarSet bars;
   Series average, volume, oscillator, trades;
 
@@ -40,8 +40,8 @@ struct ReferenceGraph {
     graph.axiscolour = graph.titlecolour = graph.headercolour = graph.footercolour = 0x303030;
     graph.gridcolour = 0xC8C8C8;
     qxGraphSubwinAdd(&graph, 0);
-    graph.subwins[0].background = 0xFFFFFF;
-    graph.subwins[0].gridcolour = graph.subwins[0].gridcolour2 = 0xC8C8C8;
+    pane(0).background = 0xFFFFFF;
+    pane(0).gridcolour = pane(0).gridcolour2 = 0xC8C8C8;
     const auto count = static_cast<int32_t>(source.size());
     for (qxArray* series : {&average.record, &volume.record, &oscillator.record, &trades.record}) {
       qxAllocArray(series, count);
@@ -56,22 +56,24 @@ struct ReferenceGraph {
     }
     average.record.firstvalid = oscillator.record.firstvalid = 4;
   }
-  ~ReferenceGraph() { qxGraphFree(&graph); }
-  ReferenceGraph(const ReferenceGraph&) = delete;
-  ReferenceGraph& operator=(const ReferenceGraph&) = delete;
 
-  void add(int32_t pane, int32_t style, const qxArray* series, uint32_t colour, uint32_t colour2,
-           int32_t width = 1, int32_t penStyle = 0) {
-    const qxArray none = {};
-    EXPECT_EQ(qxGraphChartAdd(&graph, pane, -1, 0, QX_SCALE_SHOWN, QX_SCALE_SHOWN, 0, 0, 0,
-                              series == nullptr ? &none : series, bars, style, colour, colour2,
-                              0x604020, width, penStyle, 0),
-              QX_SUCCESS);
+  // A chart on the scale of its pane's first, found over the bars in view.
+  qxGraphChart& addChart(int32_t subwin, int32_t style, const qxArray* series, uint32_t colour,
+                         uint32_t colour2, int32_t width = 1, int32_t penStyle = 0) {
+    qxGraphChart& chart = add(subwin, style, series, bars, 0, 0);
+    chart.minmode = chart.maxmode = QX_SCALE_SHOWN;
+    chart.scalechart = 0;
+    chart.colour = colour;
+    chart.colour2 = colour2;
+    chart.colour3 = 0x604020;
+    chart.penwidth = width;
+    chart.penstyle = penStyle;
+    return chart;
   }
-  void title(int32_t pane, int32_t share, const char* text) {
-    graph.subwins[pane].height = share;
-    graph.subwins[pane].titleshown = 1;
-    std::snprintf(graph.subwins[pane].title, sizeof graph.subwins[pane].title, "%s", text);
+  void title(int32_t subwin, int32_t share, const char* text) {
+    pane(subwin).height = share;
+    pane(subwin).titleshown = 1;
+    std::snprintf(pane(subwin).title, sizeof pane(subwin).title, "%s", text);
   }
 };
 
@@ -79,15 +81,14 @@ struct ReferenceGraph {
 struct PanesGraph : ReferenceGraph {
   PanesGraph() : ReferenceGraph(wavyBars(45292, 1, 42)) {
     std::snprintf(graph.headertext, sizeof graph.headertext, "Panes <daily> & \"more\"");
-    add(0, QX_CHART_CANDLE, nullptr, 0x303030, 0xFFFFFF);
-    add(0, QX_CHART_LINE, average, 0xC05020, 0, 2);
-    add(0, QX_CHART_TRADES, trades, 0x208020, 0x2020C0);
-    add(1, QX_CHART_HISTOGRAM, volume, 0, 0xC8A080);
-    graph.subwins[1].charts[0].minmode = QX_SCALE_KEEP;
-    add(2, QX_CHART_LINE, oscillator, 0x902090, 0);
+    addChart(0, QX_CHART_CANDLE, nullptr, 0x303030, 0xFFFFFF);
+    addChart(0, QX_CHART_LINE, average, 0xC05020, 0, 2);
+    addChart(0, QX_CHART_TRADES, trades, 0x208020, 0x2020C0);
+    addChart(1, QX_CHART_HISTOGRAM, volume, 0, 0xC8A080).minmode = QX_SCALE_KEEP;
+    addChart(2, QX_CHART_LINE, oscillator, 0x902090, 0);
     title(1, 40, "Volume");
     title(2, 50, "Distance from the average");
-    qxGraphLineAdd(&graph, 2, -1, 0, 0.0, 0x808080, 1, QX_PEN_DASH, 0);
+    addLine(2, 0, 0.0, 0x808080, QX_PEN_DASH);
   }
 };
 
@@ -96,21 +97,18 @@ struct StylesGraph : ReferenceGraph {
   StylesGraph() : ReferenceGraph(wavyBars(45294 + 540.5 / 1440, 5 / 1440.0, 42)) {
     bars->frequency = QX_FREQ_INTRADAY;
     graph.headershown = 0;
-    add(0, QX_CHART_OHLC, nullptr, 0x303030, 0);
-    add(0, QX_CHART_MARKER, average, 0x2020C0, 0);
-    graph.subwins[0].charts[0].scaleflags = graph.subwins[0].charts[1].scaleflags = QX_SCALE_LOG;
-    graph.subwins[0].charts[0].selected = 1;
-    add(1, QX_CHART_AREA, oscillator, 0x80C080, 0xE0FFE0, 1, 0x8421);
-    add(2, QX_CHART_HLC, nullptr, 0x303030, 0);
-    graph.subwins[2].charts[0].scaleflags = QX_SCALE_INVERTED;
-    add(2, QX_CHART_STEP, volume, 0xC05020, 0, 1, QX_PEN_DOT);
-    graph.subwins[2].charts[1].scalechart = 1;
-    graph.subwins[2].axischart2 = 1;
-    graph.subwins[1].height = graph.subwins[2].height = 70;
-    qxGraphShapeAdd(&graph, 0, -1, 0, QX_SHAPE_SEGMENT, 4, 50, 30, 53, 0x2020C0, 1, 0, 1);
-    qxGraphShapeAdd(&graph, 0, -1, 0, QX_SHAPE_RECTANGLE, 8, 49, 14, 54, 0xC02020, 1, QX_PEN_DOT,
-                    0);
-    qxGraphShapeAdd(&graph, 0, -1, 0, QX_SHAPE_ELLIPSE, 18, 50, 28, 55, 0x208020, 2, 0, 0);
+    addChart(0, QX_CHART_OHLC, nullptr, 0x303030, 0);
+    addChart(0, QX_CHART_MARKER, average, 0x2020C0, 0);
+    chart(0, 0).scaleflags = chart(0, 1).scaleflags = QX_SCALE_LOG;
+    chart(0, 0).selected = 1;
+    addChart(1, QX_CHART_AREA, oscillator, 0x80C080, 0xE0FFE0, 1, 0x8421);
+    addChart(2, QX_CHART_HLC, nullptr, 0x303030, 0).scaleflags = QX_SCALE_INVERTED;
+    addChart(2, QX_CHART_STEP, volume, 0xC05020, 0, 1, QX_PEN_DOT).scalechart = 1;
+    pane(2).axischart2 = 1;
+    pane(1).height = pane(2).height = 70;
+    addShape(0, QX_SHAPE_SEGMENT, 4, 50, 30, 53, 0x2020C0, 1, 0, 1);
+    addShape(0, QX_SHAPE_RECTANGLE, 8, 49, 14, 54, 0xC02020, 1, QX_PEN_DOT);
+    addShape(0, QX_SHAPE_ELLIPSE, 18, 50, 28, 55, 0x208020, 2);
   }
 };
 
