@@ -5,7 +5,8 @@ usage: check_exports.py [--update] LIBRARY...
 
 Every name that the header declares must be exported by each library, undecorated, nothing else
 may be, and tests/abi/exports.txt must list just those names. --update rewrites the list from the
-header. A name that the random calls leave out or that no test calls is reported as well.
+header. A name that the table of every function leaves out or that no test calls is reported as
+well.
 """
 import pathlib
 import re
@@ -47,9 +48,10 @@ def main():
     faults = differences("the list", set(LIST.read_text().split()), names)
     for library in arguments:
         faults += differences(pathlib.Path(library).name, exported(library), names)
-    table = (ROOT / "tests" / "random" / "call_table.cpp").read_text()
-    faults += differences("the random calls", set(re.findall(r'\{"(qx\w+)"', table)), names)
-    # Tables of every function are no tests of one.
+    source = (ROOT / "tests" / "every_function" / "function_table.cpp").read_text()
+    table = re.search(r"= functions<(.*?)>\(\)", source, flags=re.S).group(1)
+    faults += differences("the function table", set(re.findall(r"\bqx\w+", table)), names)
+    # A table of every function is no test of one.
     tests = "\n".join(p.read_text() for p in (ROOT / "tests").rglob("*_test.cpp"))
     called = set(re.findall(r"\bqx\w+", tests))
     faults += [f"no test calls {name}" for name in sorted(names - called)]

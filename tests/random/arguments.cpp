@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
+#include <cstring>
 #include <set>
 
 namespace qxrandom {
@@ -11,7 +11,7 @@ namespace {
 
 constexpr int32_t kMostBars = 48;
 
-// Values of one series: prices, with runs of equal values and the odd hostile one.
+// Prices, with runs of equal values and the odd hostile one; sizes that do not fit at times.
 void fillSeries(Random& random, qxArray& array) {
   const bool hostile = onceIn(random, 4);
   double price = 100.0;
@@ -20,9 +20,6 @@ void fillSeries(Random& random, qxArray& array) {
     array.data[i] = hostile && onceIn(random, 5) ? hostileDouble(random) : price;
   }
   if (onceIn(random, 12)) std::fill_n(array.data, array.datasize, onceIn(random, 2) ? 0.0 : price);
-}
-
-void disturbSizes(Random& random, qxArray& array) {
   if (onceIn(random, 8)) array.size = below(random, array.datasize + 1);
   if (onceIn(random, 30)) array.size = hostileInt(random);  // beyond the capacity, too
   if (onceIn(random, 4)) array.firstvalid = hostileInt(random);
@@ -30,9 +27,7 @@ void disturbSizes(Random& random, qxArray& array) {
 
 qxArray allocated(Random& random, int32_t size) {
   qxArray array = {};
-  if (qxAllocArray(&array, size) != QX_SUCCESS) return array;
-  fillSeries(random, array);
-  disturbSizes(random, array);
+  if (qxAllocArray(&array, size) == QX_SUCCESS) fillSeries(random, array);
   return array;
 }
 
@@ -62,11 +57,182 @@ void fillBars(Random& random, qxBars& bars) {
     bars.openint.data[i] = below(random, 9000);
     date += intraday ? (1 + below(random, 90)) / 1440.0 : 1 + below(random, 4);
   }
-  if (onceIn(random, 4)) {  // hostile values anywhere, dates too
-    for (int32_t n = below(random, 6); n > 0 && bars.datasize > 0; --n) {
-      seriesOf(bars, below(random, 7))->data[below(random, bars.datasize)] = hostileDouble(random);
+  if (!onceIn(random, 4) || bars.datasize == 0) return;
+  for (int32_t n = below(random, 6); n > 0; --n) {  // hostile values anywhere, dates too
+    seriesOf(bars, below(random, 7))->data[below(random, bars.datasize)] = hostileDouble(random);
+  }
+}
+
+// Sizes that do not match, first valid indexes anywhere.
+void disturbBars(Random& random, qxBars& bars) {
+  if (onceIn(random, 6)) qxReSizeBars(&bars, below(random, bars.datasize + 1));
+  if (onceIn(random, 8)) {
+    // The dates tell whether a set is allocated; without them its other blocks would be lost.
+    qxArray* series = seriesOf(bars, 1 + below(random, 6));
+    if (onceIn(random, 3)) {
+      qxFreeArray(series);
+    } else {
+      series->size = below(random, series->datasize + 1);
     }
   }
+  if (onceIn(random, 5)) seriesOf(bars, below(random, 7))->firstvalid = hostileInt(random);
+  if (onceIn(random, 30)) bars.barsize = hostileInt(random);
+  bars.frequency = onceIn(random, 5) ? hostileInt(random) : below(random, 8);
+  std::strcpy(bars.symbol, "SYM");
+}
+
+// Mostly some bars long, at times unallocated, empty, or over the block of another.
+qxArray* randomArray(Context& context) {
+  Random& random = context.random;
+  if (!context.arrays.empty() && onceIn(random, 12)) {  // the same record once more
+    const auto count = static_cast<int32_t>(context.arrays.size());
+    return &context.arrays[static_cast<size_t>(below(random, count))];
+  }
+  qxArray array = {};
+  const int32_t kind = below(random, 16);
+  if (kind < 3) {
+    // unallocated
+  } else if (kind == 4 && !context.arrays.empty()) {
+    array = context.arrays.back();
+  } else if (kind == 5 && !context.bars.empty()) {
+    array = *seriesOf(context.bars.back(), below(random, 7));
+  } else {
+    array = allocated(random, kind == 3 ? 0 : randomLength(random));
+  }
+  return &context.arrays.emplace_back(array);
+}
+
+qxBars* randomBars(Context& context) {
+  Random& random = context.random;
+  if (!context.bars.empty() && onceIn(random, 10)) return &context.bars.back();
+  qxBars bars = {};
+  if (!onceIn(random, 6)) {
+    qxAllocBars(&bars, onceIn(random, 10) ? 0 : randomLength(random));
+    fillBars(random, bars);
+    disturbBars(random, bars);
+  }
+  return &context.bars.emplace_back(bars);
+}
+
+qxCandles* randomCandles(Context& context) {
+  Random& random = context.random;
+  qxCandles candles = {};
+  if (onceIn(random, 6)) candles.equality = hostileDouble(random);
+  if (onceIn(random, 6)) candles.shadowlong = hostileDouble(random);
+  if (!context.bars.empty() && !onceIn(random, 5)) {
+    // At times classified from another, longer or shorter set than the one in use.
+    qxCandleConstruct(onceIn(random, 8) ? &context.lasting.bars : &context.bars.back(), &candles);
+  }
+  return &context.candles.emplace_back(candles);
+}
+
+// The lasting order system and graph, at times with hostile settings.
+qxOrderSystem* randomSystem(Context& context) {
+  Random& random = context.random;
+  qxOrderSystem& s = context.lasting.system;
+  if (onceIn(random, 30)) {
+    double* const amounts[] = {&s.tick,      &s.tickvalue, &s.unitcost, &s.sidecost,
+                               &s.deduction, &s.margin,    &s.avgprice, &s.lastentry};
+    int32_t* const settings[] = {&s.delay,     &s.gapfill,    &s.reverse,   &s.pyramid,
+                                 &s.allowlong, &s.allowshort, &s.marketpos, &s.longvol,
+                                 &s.shortvol,  &s.netvol,     &s.counter,   &s.longbars,
+                                 &s.shortbars, &s.posbars,    &s.bar};
+    *amounts[below(random, 8)] = hostileDouble(random);
+    *settings[below(random, 15)] = hostileInt(random);
+  } else if (onceIn(random, 15)) {
+    s.tick = s.tickvalue = 0.01;
+    s.margin = 100.0;
+    s.delay = 0;
+    s.allowlong = s.allowshort = 1;
+    s.pyramid = below(random, 3);
+    s.bar = std::min(s.bar, below(random, kMostBars));
+  }
+  return &s;
+}
+
+qxGraph* randomGraph(Context& context) {
+  Random& random = context.random;
+  qxGraph& g = context.lasting.graph;
+  if (onceIn(random, 30)) {
+    int32_t* const settings[] = {
+        &g.barwidth,    &g.firstshown, &g.lastshown,  &g.area.left,   &g.area.top,   &g.area.right,
+        &g.area.bottom, &g.axisshown,  &g.axisshown2, &g.hgap,        &g.vgap,       &g.ticklength,
+        &g.datesshown,  &g.gridwidth,  &g.gridstyle,  &g.headershown, &g.titleheight};
+    float* const sizes[] = {&g.axissize, &g.titlesize, &g.headersize, &g.footersize};
+    *settings[below(random, 17)] = hostileInt(random);
+    const double size = hostileDouble(random);
+    if (onceIn(random, 3)) {
+      *sizes[below(random, 4)] = std::fabs(size) < 1e30 ? static_cast<float>(size) : -1.0f;
+    }
+  } else if (onceIn(random, 12)) {
+    g.area = {0, 0, 100 + below(random, 400), 100 + below(random, 300)};
+    g.barwidth = 1 + below(random, 12);
+    g.hgap = g.vgap = 2;
+    g.ticklength = 6;
+    g.titleheight = 0;
+    g.axissize = g.titlesize = g.headersize = g.footersize = 8.0f;
+    g.firstshown = below(random, 5);
+    g.lastshown = below(random, kMostBars);
+  }
+  return &g;
+}
+
+qxTXTinfo randomLayout(Random& random) {
+  qxTXTinfo info = {};
+  for (int32_t* field : {&info.dt, &info.ti, &info.op, &info.hi, &info.lo, &info.cl, &info.vol,
+                         &info.oi, &info.dtformat, &info.skip}) {
+    *field = onceIn(random, 10) ? hostileInt(random) : below(random, 9);
+  }
+  std::memset(info.delimit, ',', sizeof info.delimit);
+  if (onceIn(random, 3)) std::memset(info.delimit + 1, 0, sizeof info.delimit - 1);
+  if (onceIn(random, 3)) std::string(hostileText(random)).copy(info.delimit, sizeof info.delimit);
+  return info;
+}
+
+qxGraphChart randomChart(Random& random, const Lasting& lasting) {
+  qxGraphChart chart = {};
+  chart.style = below(random, 11);
+  chart.scaleflags = below(random, 4);
+  chart.minmode = below(random, 4);
+  chart.maxmode = below(random, 4);
+  chart.minimum = hostileDouble(random);
+  chart.maximum = hostileDouble(random);
+  chart.scalechart = hostileInt(random);
+  chart.penwidth = hostileInt(random);
+  chart.penstyle = hostileInt(random);
+  chart.selected = below(random, 2);
+  // Shown over and over again, so only what lives as long may be given.
+  chart.bars = lasting.bars;
+  chart.series = lasting.chartSeries[below(random, 3)];
+  return chart;
+}
+
+// Number by number, mostly eight bytes wide.
+void fillNumbers(Random& random, char* bytes, size_t size) {
+  for (size_t at = 0; at < size; at += size - at >= 8 && !onceIn(random, 7) ? 8 : 4) {
+    const double number = hostileDouble(random);
+    std::memcpy(bytes + at, &number, std::min<size_t>(8, size - at));
+  }
+}
+
+// A record that nothing is known of stays zero.
+void* randomRecord(Context& context, const Parameter& parameter) {
+  Random& random = context.random;
+  const auto size = static_cast<size_t>(parameter.size);
+  char* bytes = static_cast<char*>(randomBytes(context, size));
+  if (bytes == nullptr) return nullptr;
+  const auto store = [bytes](const auto& record) { std::memcpy(bytes, &record, sizeof record); };
+  if (parameter.kind == Kind::kIntegerCell) store(hostileInt(random));
+  if (parameter.kind == Kind::kRealCell) store(hostileDouble(random));
+  if (parameter.kind == Kind::kTextLayout) store(randomLayout(random));
+  if (parameter.kind == Kind::kGraphChart) store(randomChart(random, context.lasting));
+  if (parameter.kind == Kind::kNumbers) fillNumbers(random, bytes, size);
+  if (parameter.kind == Kind::kOptionLeg) {
+    store(qxOptionLeg{hostileDouble(random), hostileDouble(random),
+                      onceIn(random, 5) ? hostileInt(random) : 1 + below(random, 2),
+                      hostileDouble(random)});
+  }
+  return bytes;
 }
 
 std::string escaped(const char* text) {
@@ -77,6 +243,31 @@ std::string escaped(const char* text) {
     result += *c >= ' ' && *c < 127 && *c != '"' ? std::string(1, *c) : hex;
   }
   return result + "\"";
+}
+
+std::string describedNumber(double number) {
+  char text[40];
+  std::snprintf(text, sizeof text, "%.17g", number);
+  return text;
+}
+
+std::string describedSeries(const qxArray& series) {
+  char head[120];
+  std::snprintf(head, sizeof head, "series@%p{block %p, size %d of %d, first valid %d:",
+                static_cast<const void*>(&series), static_cast<void*>(series.data), series.size,
+                series.datasize, series.firstvalid);
+  std::string text = head;
+  for (int32_t i = 0; series.data != nullptr && i < std::min(series.size, series.datasize); ++i) {
+    text += " " + describedNumber(series.data[i]);
+  }
+  return text + "}";
+}
+
+std::string describedBars(qxBars bars) {
+  std::string text =
+      "bars{" + std::to_string(bars.barsize) + " of " + std::to_string(bars.datasize);
+  for (int32_t i = 0; i < 7; ++i) text += "\n    " + describedSeries(*seriesOf(bars, i));
+  return text + "}";
 }
 
 }  // namespace
@@ -112,72 +303,6 @@ void release(Context& context) {
   for (qxCandles& candles : context.candles) qxCandleFree(&candles);
 }
 
-qxArray* randomArray(Context& context) {
-  Random& random = context.random;
-  if (onceIn(random, 60)) return nullptr;
-  if (!context.arrays.empty() && onceIn(random, 12)) {  // the same record once more
-    return &context.arrays[static_cast<size_t>(
-        below(random, static_cast<int32_t>(context.arrays.size())))];
-  }
-  qxArray array = {};
-  const int32_t kind = below(random, 16);
-  if (kind < 3) {
-    // unallocated
-  } else if (kind == 3) {
-    qxAllocArray(&array, 0);
-  } else if (kind == 4 && !context.arrays.empty()) {  // another record over the same block
-    array = context.arrays.back();
-  } else if (kind == 5 && !context.bars.empty()) {
-    array = *seriesOf(context.bars.back(), below(random, 7));
-  } else {
-    array = allocated(random, randomLength(random));
-  }
-  context.arrays.push_back(array);
-  return &context.arrays.back();
-}
-
-qxBars* randomBars(Context& context) {
-  Random& random = context.random;
-  if (onceIn(random, 60)) return nullptr;
-  if (!context.bars.empty() && onceIn(random, 10)) return &context.bars.back();
-  qxBars bars = {};
-  const int32_t kind = below(random, 12);
-  if (kind >= 2) {
-    qxAllocBars(&bars, kind == 2 ? 0 : randomLength(random));
-    fillBars(random, bars);
-    if (onceIn(random, 6)) qxReSizeBars(&bars, below(random, bars.datasize + 1));
-    if (onceIn(random, 8)) {  // sizes that do not match
-      // The dates tell whether a set is allocated; without them its other blocks would be lost.
-      qxArray* series = seriesOf(bars, 1 + below(random, 6));
-      if (onceIn(random, 3)) {
-        qxFreeArray(series);
-      } else {
-        series->size = below(random, series->datasize + 1);
-      }
-    }
-    if (onceIn(random, 5)) seriesOf(bars, below(random, 7))->firstvalid = hostileInt(random);
-    if (onceIn(random, 30)) bars.barsize = hostileInt(random);
-    bars.frequency = onceIn(random, 5) ? hostileInt(random) : below(random, 8);
-    std::strcpy(bars.symbol, "SYM");
-  }
-  context.bars.push_back(bars);
-  return &context.bars.back();
-}
-
-qxCandles* randomCandles(Context& context) {
-  Random& random = context.random;
-  if (onceIn(random, 60)) return nullptr;
-  qxCandles candles = {};
-  if (onceIn(random, 6)) candles.equality = hostileDouble(random);
-  if (onceIn(random, 6)) candles.shadowlong = hostileDouble(random);
-  if (!context.bars.empty() && !onceIn(random, 5)) {
-    // At times classified from another, longer or shorter set than the one in use.
-    qxCandleConstruct(onceIn(random, 8) ? &context.lasting.bars : &context.bars.back(), &candles);
-  }
-  context.candles.push_back(candles);
-  return &context.candles.back();
-}
-
 const char* randomText(Context& context) {
   static const char* const kFolders[] = {".", "", "folder", ".\\", "./folder", "missing"};
   static const char* const kFiles[] = {"prices.csv", "prices.csv", "PRICES.CSV", "txtinfo.txt",
@@ -202,210 +327,65 @@ const char* randomText(Context& context) {
   if (context.texts == Texts::kFiles && made == 1) return kFiles[below(random, 12)];
   if (context.texts == Texts::kOutput && made == 0) return kOutputs[below(random, 4)];
   if (context.texts == Texts::kNames) return kNames[below(random, 4)];
-  if (onceIn(random, 6)) {  // any characters but those that could lead out of the folder
-    std::vector<char> text(static_cast<size_t>(1 + below(random, 40)));
-    for (size_t i = 0; i + 1 < text.size(); ++i) {
-      const char c = static_cast<char>(1 + below(random, 255));
-      text[i] = c == '/' || c == '\\' || c == ':' || c == '.' ? '%' : c;
-    }
-    context.buffers.push_back(std::move(text));
-    return context.buffers.back().data();
+  if (!onceIn(random, 6)) return hostileText(random);
+  // Any characters but those that could lead out of the folder.
+  std::vector<char>& text =
+      context.buffers.emplace_back(static_cast<size_t>(1 + below(random, 40)));
+  for (size_t i = 0; i + 1 < text.size(); ++i) {
+    const char c = static_cast<char>(1 + below(random, 255));
+    text[i] = c == '/' || c == '\\' || c == ':' || c == '.' ? '%' : c;
   }
-  return hostileText(random);
+  return text.data();
 }
 
-qxOrderSystem* randomSystem(Context& context) {
+void* randomBytes(Context& context, size_t size) {
+  if (onceIn(context.random, 30)) return nullptr;
+  return context.buffers.emplace_back(size).data();
+}
+
+Argument randomArgument(Context& context, const Parameter& parameter) {
+  constexpr size_t kLongestText = 4096;
   Random& random = context.random;
-  if (onceIn(random, 40)) return nullptr;
-  qxOrderSystem& system = context.lasting.system;
-  if (onceIn(random, 30)) {
-    double* const amounts[] = {&system.tick,     &system.tickvalue, &system.unitcost,
-                               &system.sidecost, &system.deduction, &system.margin,
-                               &system.avgprice, &system.lastentry};
-    *amounts[below(random, 8)] = hostileDouble(random);
-    int32_t* const settings[] = {&system.delay,     &system.gapfill,   &system.reverse,
-                                 &system.pyramid,   &system.allowlong, &system.allowshort,
-                                 &system.marketpos, &system.longvol,   &system.shortvol,
-                                 &system.netvol,    &system.counter,   &system.longbars,
-                                 &system.shortbars, &system.posbars,   &system.bar};
-    *settings[below(random, 15)] = hostileInt(random);
-  } else if (onceIn(random, 15)) {
-    system.tick = system.tickvalue = 0.01;
-    system.margin = 100.0;
-    system.delay = 0;
-    system.allowlong = system.allowshort = 1;
-    system.pyramid = below(random, 3);
-    system.bar = std::min(system.bar, below(random, kMostBars));
-  }
-  return &system;
-}
-
-qxGraph* randomGraph(Context& context) {
-  Random& random = context.random;
-  if (onceIn(random, 40)) return nullptr;
-  qxGraph& graph = context.lasting.graph;
-  if (onceIn(random, 30)) {
-    int32_t* const settings[] = {&graph.barwidth,    &graph.firstshown, &graph.lastshown,
-                                 &graph.area.left,   &graph.area.top,   &graph.area.right,
-                                 &graph.area.bottom, &graph.axisshown,  &graph.axisshown2,
-                                 &graph.hgap,        &graph.vgap,       &graph.ticklength,
-                                 &graph.datesshown,  &graph.gridwidth,  &graph.gridstyle,
-                                 &graph.headershown, &graph.titleheight};
-    *settings[below(random, 17)] = hostileInt(random);
-    float* const sizes[] = {&graph.axissize, &graph.titlesize, &graph.headersize,
-                            &graph.footersize};
-    if (onceIn(random, 3)) {
-      const double size = hostileDouble(random);
-      *sizes[below(random, 4)] = std::fabs(size) < 1e30 ? static_cast<float>(size) : -1.0f;
-    }
-  } else if (onceIn(random, 12)) {
-    graph.area = {0, 0, 100 + below(random, 400), 100 + below(random, 300)};
-    graph.barwidth = 1 + below(random, 12);
-    graph.hgap = graph.vgap = 2;
-    graph.ticklength = 6;
-    graph.titleheight = 0;
-    graph.axissize = graph.titlesize = graph.headersize = graph.footersize = 8.0f;
-    graph.firstshown = below(random, 5);
-    graph.lastshown = below(random, kMostBars);
-  }
-  return &graph;
-}
-
-void* randomBytes(Context& context, int32_t size, bool nullable) {
-  if (nullable && onceIn(context.random, 30)) return nullptr;
-  context.buffers.emplace_back(static_cast<size_t>(size));
-  return context.buffers.back().data();
-}
-
-void fill(Context& context, double& cell) {
-  cell = hostileDouble(context.random);
-}
-void fill(Context& context, int32_t& cell) {
-  cell = hostileInt(context.random);
-}
-
-void fill(Context& context, qxTXTinfo& info) {
-  int32_t* const fields[] = {&info.dt, &info.ti,  &info.op, &info.hi,       &info.lo,
-                             &info.cl, &info.vol, &info.oi, &info.dtformat, &info.skip};
-  for (int32_t* field : fields) {
-    *field = onceIn(context.random, 10) ? hostileInt(context.random) : below(context.random, 9);
-  }
-  const std::string delimiters = hostileText(context.random);
-  std::memset(info.delimit, ',', sizeof info.delimit);
-  if (onceIn(context.random, 3)) std::memset(info.delimit + 1, 0, sizeof info.delimit - 1);
-  if (onceIn(context.random, 3)) {
-    delimiters.copy(info.delimit, sizeof info.delimit);
+  switch (parameter.kind) {
+    case Kind::kInteger:
+    case Kind::kShort:
+    case Kind::kUnsigned:
+      return hostileInt(random);
+    case Kind::kReal:
+      return hostileDouble(random);
+    case Kind::kText:
+      if (parameter.constant) return randomText(context);
+      return randomBytes(context, kLongestText);
+    case Kind::kBytes:  // what may be written is a device context: there is none
+      return parameter.constant ? randomBytes(context, 4) : nullptr;
+    case Kind::kSeries:
+      return onceIn(random, 60) ? nullptr : randomArray(context);
+    case Kind::kBars:
+      return onceIn(random, 60) ? nullptr : randomBars(context);
+    case Kind::kCandles:
+      return onceIn(random, 60) ? nullptr : randomCandles(context);
+    case Kind::kOrderSystem:
+      return onceIn(random, 40) ? nullptr : randomSystem(context);
+    case Kind::kGraph:
+      return onceIn(random, 40) ? nullptr : randomGraph(context);
+    default:
+      return randomRecord(context, parameter);
   }
 }
 
-void fill(Context& context, qxOptVar& variable) {
-  variable.from = hostileDouble(context.random);
-  variable.to = hostileDouble(context.random);
-  variable.step = hostileDouble(context.random);
-  variable.count = hostileInt(context.random);
-  variable.value = hostileDouble(context.random);
-}
-
-void fill(Context& context, qxOptionLeg& leg) {
-  leg.premium = hostileDouble(context.random);
-  leg.strike = hostileDouble(context.random);
-  leg.type = onceIn(context.random, 5) ? hostileInt(context.random) : 1 + below(context.random, 2);
-  leg.expiration = hostileDouble(context.random);
-}
-
-// The records below are numbers only: their bytes are filled number by number.
-template <typename Record>
-static void fillDoubles(Context& context, Record& record) {
-  unsigned char bytes[sizeof record];
-  for (size_t at = 0; at < sizeof bytes; at += 4) {
-    const double number = hostileDouble(context.random);
-    std::memcpy(bytes + at, &number, std::min<size_t>(8, sizeof bytes - at));
-    if (sizeof bytes - at >= 8 && !onceIn(context.random, 7)) at += 4;
+std::string described(const Argument& argument, const Parameter& parameter) {
+  if (const int32_t* integer = std::get_if<int32_t>(&argument)) return std::to_string(*integer);
+  if (const double* real = std::get_if<double>(&argument)) return describedNumber(*real);
+  const void* const place = std::get<const void*>(argument);
+  if (place == nullptr) return "null";
+  if (parameter.kind == Kind::kSeries) return describedSeries(*static_cast<const qxArray*>(place));
+  if (parameter.kind == Kind::kBars) return describedBars(*static_cast<const qxBars*>(place));
+  if (parameter.kind == Kind::kText && parameter.constant) {
+    return escaped(static_cast<const char*>(place));
   }
-  std::memcpy(&record, bytes, sizeof record);
-}
-
-void fill(Context& context, qxOptionStrategy& strategy) {
-  fillDoubles(context, strategy);
-}
-void fill(Context& context, qxTimeValue& value) {
-  fillDoubles(context, value);
-}
-void fill(Context& context, qxBond& bond) {
-  fillDoubles(context, bond);
-}
-void fill(Context& context, qxGraphLine& line) {
-  fillDoubles(context, line);
-}
-void fill(Context& context, qxGraphShape& shape) {
-  fillDoubles(context, shape);
-}
-
-void fill(Context& context, qxGraphChart& chart) {
-  chart = {};
-  chart.style = below(context.random, 11);
-  chart.scaleflags = below(context.random, 4);
-  chart.minmode = below(context.random, 4);
-  chart.maxmode = below(context.random, 4);
-  chart.minimum = hostileDouble(context.random);
-  chart.maximum = hostileDouble(context.random);
-  chart.scalechart = hostileInt(context.random);
-  chart.penwidth = hostileInt(context.random);
-  chart.penstyle = hostileInt(context.random);
-  chart.selected = below(context.random, 2);
-  chart.bars = context.lasting.bars;
-  chart.series = context.lasting.chartSeries[static_cast<size_t>(below(context.random, 3))];
-}
-
-void describe(std::string& text, int64_t value) {
-  text += std::to_string(value);
-}
-
-void describe(std::string& text, double value) {
-  char number[40];
-  std::snprintf(number, sizeof number, "%.17g", value);
-  text += number;
-}
-
-void describe(std::string& text, const char* value) {
-  text += value == nullptr ? "null" : escaped(value);
-}
-
-void describe(std::string& text, const qxArray* value) {
-  if (value == nullptr) {
-    text += "null";
-    return;
-  }
-  char head[120];
-  std::snprintf(head, sizeof head, "series@%p{block %p, size %d of %d, first valid %d",
-                static_cast<const void*>(value), static_cast<void*>(value->data), value->size,
-                value->datasize, value->firstvalid);
-  text += head;
-  for (int32_t i = 0; value->data != nullptr && i < std::min(value->size, value->datasize); ++i) {
-    text += i == 0 ? ": " : " ";
-    describe(text, value->data[i]);
-  }
-  text += "}";
-}
-
-void describe(std::string& text, const qxBars* value) {
-  if (value == nullptr) {
-    text += "null";
-    return;
-  }
-  text += "bars{" + std::to_string(value->barsize) + " of " + std::to_string(value->datasize);
-  qxBars copy = *value;
-  for (int32_t i = 0; i < 7; ++i) {
-    text += "\n    ";
-    describe(text, static_cast<const qxArray*>(seriesOf(copy, i)));
-  }
-  text += "}";
-}
-
-void describe(std::string& text, const void* value) {
-  char address[32];
-  std::snprintf(address, sizeof address, "%p", value);
-  text += value == nullptr ? "null" : address;
+  char text[32];
+  std::snprintf(text, sizeof text, "%p", place);
+  return text;
 }
 
 }  // namespace qxrandom

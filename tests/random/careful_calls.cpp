@@ -3,25 +3,27 @@
 #include <cstdio>
 #include <cstring>
 
+#include "tests/random/files.h"
+
 namespace qxrandom {
 namespace {
 
+using every_function::functionNamed;
+
 // A series or bar set that no other record shares.
-qxArray* ownArray(Context& context, bool allocated) {
+Argument ownArray(Context& context, bool allocated) {
   if (onceIn(context.random, 60)) return nullptr;
-  context.arrays.emplace_back();
-  qxArray* array = &context.arrays.back();
-  if (allocated) qxAllocArray(array, below(context.random, 40));
-  return array;
+  qxArray& array = context.arrays.emplace_back();
+  if (allocated) qxAllocArray(&array, below(context.random, 40));
+  return &array;
 }
 
-qxBars* ownBars(Context& context, bool allocated) {
+Argument ownBars(Context& context, bool allocated) {
   if (onceIn(context.random, 60)) return nullptr;
-  context.bars.emplace_back();
-  qxBars* bars = &context.bars.back();
-  if (allocated) qxAllocBars(bars, below(context.random, 40));
-  if (allocated && onceIn(context.random, 8)) qxFreeArray(&bars->close);
-  return bars;
+  qxBars& bars = context.bars.emplace_back();
+  if (allocated) qxAllocBars(&bars, below(context.random, 40));
+  if (allocated && onceIn(context.random, 8)) qxFreeArray(&bars.close);
+  return &bars;
 }
 
 // A size that is seldom so large that clearing it takes long.
@@ -29,434 +31,370 @@ int32_t randomSize(Random& random) {
   return onceIn(random, 20) ? hostileInt(random) : below(random, 200) - 5;
 }
 
-void makeBoth(Context& context, bool describeOnly, decltype(&qxIEEEtoMS) function) {
-  const auto* from = static_cast<const char*>(randomBytes(context, 4));
-  char* to = static_cast<char*>(randomBytes(context, 4));
-  if (from != nullptr) {
-    const uint64_t bits = next(context.random);
-    std::memcpy(const_cast<char*>(from), &bits, 4);
+template <Argument (*Own)(Context&, bool)>
+void allocate(Context& context, Arguments& a) {
+  a = {Own(context, false), randomSize(context.random)};
+}
+
+template <Argument (*Own)(Context&, bool)>
+void reallocate(Context& context, Arguments& a) {
+  a = {Own(context, !onceIn(context.random, 5)), randomSize(context.random)};
+}
+
+template <Argument (*Own)(Context&, bool)>
+void release(Context& context, Arguments& a) {
+  a[0] = Own(context, !onceIn(context.random, 5));
+}
+
+void constructCandles(Context& context, Arguments& a) {
+  qxCandles& candles = context.candles.emplace_back();
+  if (onceIn(context.random, 4)) {
+    candles.shadowlong = hostileDouble(context.random);
+    candles.shadowshort = hostileDouble(context.random);
+    candles.equality = hostileDouble(context.random);
   }
-  if (onceIn(context.random, 10)) to = const_cast<char*>(from);
-  if (describeOnly) {
-    describeArgument(context.described, static_cast<const void*>(from));
-  } else {
-    function(from, to);
-  }
+  a[1] = onceIn(context.random, 60) ? nullptr : &candles;
 }
 
-// The result buffer of a date under a picture of the given length: a year of four letters needs 11
-// characters, any other token at most two a letter.
-char* dateBuffer(Context& context, size_t pictureLength) {
-  return static_cast<char*>(randomBytes(context, static_cast<int32_t>(3 * pictureLength + 1)));
+// Four bytes, at times the same ones for both.
+void convertNumbers(Context& context, Arguments& a) {
+  const uint64_t bits = next(context.random);
+  if (void* from = address<void>(a[0])) std::memcpy(from, &bits, 4);
+  a[1] = onceIn(context.random, 10) ? a[0] : randomBytes(context, 4);
 }
 
-size_t lengthOf(const char* text) {
-  return text == nullptr ? 0 : std::strlen(text);
-}
-
-struct Variables {
-  qxOptVar* vars;
-  int32_t count;
-};
-
-Variables randomVariables(Context& context) {
-  Random& random = context.random;
-  const int32_t count = below(random, 6);
-  auto* vars =
-      static_cast<qxOptVar*>(randomBytes(context, count * static_cast<int32_t>(sizeof(qxOptVar))));
-  if (vars == nullptr) return {nullptr, hostileInt(random)};
-  for (int32_t i = 0; i < count; ++i) {
-    qxOptVar variable;
-    fill(context, variable);
-    if (!onceIn(random, 4)) {  // a sweep that makes sense
-      variable.from = below(random, 20) / 4.0;
-      variable.to = variable.from + below(random, 40) / 8.0;
-      variable.step = (below(random, 16) - 2) / 8.0;
-      variable.value = variable.from;
-    }
-    std::memcpy(&vars[i], &variable, sizeof variable);
-  }
-  return {vars, onceIn(random, 10) ? -below(random, 3) : count};
-}
-
-// One order with sensible codes most of the time.
-struct OrderArguments {
-  const char *name, *from;
-  uint32_t volume;
-  double price;
-  int32_t type, force;
-};
-
-OrderArguments randomOrder(Context& context) {
-  Random& random = context.random;
-  OrderArguments order;
-  context.texts = Texts::kNames;
-  order.name = randomText(context);
-  order.from = randomText(context);
-  order.volume = onceIn(random, 12) ? static_cast<uint32_t>(hostileInt(random))
-                                    : static_cast<uint32_t>(1 + below(random, 300));
-  order.price = onceIn(random, 8) ? hostileDouble(random) : 50.0 + below(random, 850) / 16.0;
-  order.type = onceIn(random, 12) ? hostileInt(random) : 1 + below(random, 4);
-  order.force = onceIn(random, 12) ? hostileInt(random) : 1 + below(random, 2);
-  return order;
-}
-
-void placeOrder(Context& context, qxOrderSystem* system) {
-  const OrderArguments o = randomOrder(context);
-  switch (below(context.random, 4)) {
-    case 0:
-      qxBuyToOpen(system, o.name, o.volume, o.price, o.type, o.force);
-      break;
-    case 1:
-      qxSellToOpen(system, o.name, o.volume, o.price, o.type, o.force);
-      break;
-    case 2:
-      qxSellToClose(system, o.name, o.from, o.volume, o.price, o.type, o.force);
-      break;
-    default:
-      qxBuyToClose(system, o.name, o.from, o.volume, o.price, o.type, o.force);
-  }
-}
-
-void trade(Context& context, qxOrderSystem* system, int32_t bars) {
-  for (int32_t i = 0; i < bars; ++i) {
-    for (int32_t n = below(context.random, 3); n > 0; --n) placeOrder(context, system);
-    qxProcessOrders(system);
-  }
-}
-
-template <auto Function>
-void enter(Context& context, bool describeOnly) {
-  const OrderArguments o = randomOrder(context);
-  finish<Function>(context, describeOnly, randomSystem(context), o.name, o.volume, o.price, o.type,
-                   o.force);
-}
-
-template <auto Function>
-void leave(Context& context, bool describeOnly) {
-  const OrderArguments o = randomOrder(context);
-  finish<Function>(context, describeOnly, randomSystem(context), o.name, o.from, o.volume, o.price,
-                   o.type, o.force);
-}
-
-}  // namespace
-
-void callAllocArray(Context& context, bool describeOnly) {
-  qxArray* array = ownArray(context, false);
-  finish<qxAllocArray>(context, describeOnly, array, randomSize(context.random));
-}
-
-void callReAllocArray(Context& context, bool describeOnly) {
-  qxArray* array = ownArray(context, !onceIn(context.random, 5));
-  finish<qxReAllocArray>(context, describeOnly, array, randomSize(context.random));
-}
-
-void callFreeArray(Context& context, bool describeOnly) {
-  finish<qxFreeArray>(context, describeOnly, ownArray(context, !onceIn(context.random, 5)));
-}
-
-void callAllocBars(Context& context, bool describeOnly) {
-  qxBars* bars = ownBars(context, false);
-  finish<qxAllocBars>(context, describeOnly, bars, randomSize(context.random));
-}
-
-void callReAllocBars(Context& context, bool describeOnly) {
-  qxBars* bars = ownBars(context, !onceIn(context.random, 5));
-  finish<qxReAllocBars>(context, describeOnly, bars, randomSize(context.random));
-}
-
-void callFreeBars(Context& context, bool describeOnly) {
-  finish<qxFreeBars>(context, describeOnly, ownBars(context, !onceIn(context.random, 5)));
-}
-
-void callCandleConstruct(Context& context, bool describeOnly) {
-  qxBars* bars = randomBars(context);
-  context.candles.emplace_back();
-  qxCandles* candles = onceIn(context.random, 60) ? nullptr : &context.candles.back();
-  if (candles != nullptr && onceIn(context.random, 4)) {
-    candles->shadowlong = hostileDouble(context.random);
-    candles->shadowshort = hostileDouble(context.random);
-    candles->equality = hostileDouble(context.random);
-  }
-  finish<qxCandleConstruct>(context, describeOnly, bars, candles);
-}
-
-void callTXT2Array(Context& context, bool describeOnly) {
+void readColumn(Context& context, Arguments& a) {
   static const char* const kFiles[] = {"prices.csv", "prices.csv", "txtinfo.txt", "F2.DOP"};
   disturbFiles(context.random);
-  const char* file =
-      onceIn(context.random, 4) ? randomText(context) : kFiles[below(context.random, 4)];
-  qxArray* array = ownArray(context, false);
-  const char* delimiters = onceIn(context.random, 3) ? randomText(context) : ",= ";
-  const int32_t skip = hostileInt(context.random);
-  finish<qxTXT2Array>(context, describeOnly, file, array, delimiters, skip,
-                      hostileInt(context.random));
+  if (!onceIn(context.random, 4)) a[0] = kFiles[below(context.random, 4)];
+  a[1] = ownArray(context, false);
+  if (!onceIn(context.random, 3)) a[2] = ",= ";
 }
 
 // A format of random conversions, or any text.
-static const char* randomFormat(Context& context) {
+const char* randomFormat(Context& context) {
   static const char* const kParts[] = {
       "%f",     "%8.3f", "%i",     "%u", "%5d",         "%r",       "%4r ",           "%%",
       "%CYMDi", "%HMi",  "%HMS-i", ";",  "%-+0 #12.5f", "%999999i", "%.99999999999f", "%ymd",
       "%l"};
   if (onceIn(context.random, 3)) return randomText(context);
-  std::vector<char> text;
+  std::vector<char>& text = context.buffers.emplace_back();
   for (int32_t n = below(context.random, 12); n > 0; --n) {
     const char* part = kParts[below(context.random, 17)];
     text.insert(text.end(), part, part + std::strlen(part));
   }
   text.push_back('\0');
-  context.buffers.push_back(std::move(text));
-  return context.buffers.back().data();
+  return text.data();
 }
 
-// More series than the longest of the random formats can consume.
-void callArrayPrintf(Context& context, bool describeOnly) {
-  Random& random = context.random;
-  const int32_t append = below(random, 2);
-  const int32_t start = hostileInt(random);
-  const int32_t end = hostileInt(random);
-  const char* header = onceIn(random, 3) ? randomFormat(context) : nullptr;
-  const char* format = randomFormat(context);
-  qxArray* s[8];
-  for (qxArray*& series : s) {
-    do series = randomArray(context);
-    while (series == nullptr && !onceIn(random, 8));
-  }
-  finish<qxArrayPrintf>(context, describeOnly, "out.txt", append, start, end, header, format, s[0],
-                        s[1], s[2], s[3], s[4], s[5], s[6], s[7], s[0], s[1], s[2], s[3], s[4],
-                        s[5], s[6], s[7], s[0], s[1], s[2], s[3], s[4], s[5], s[6], s[7]);
+void printSeries(Context& context, Arguments& a) {
+  a[0] = "out.txt";
+  a[1] = below(context.random, 2);
+  a[4] = onceIn(context.random, 3) ? randomFormat(context) : nullptr;
+  a[5] = randomFormat(context);
 }
 
 // Outputs that the call always allocates anew.
-template <auto Function>
-static void convertToColumns(Context& context, bool describeOnly) {
-  const qxBars* bars = randomBars(context);
-  qxBars* columns = ownBars(context, false);
-  qxArray* map = ownArray(context, false);
-  const double box = hostileDouble(context.random);
-  const double reversal = hostileDouble(context.random);
-  finish<Function>(context, describeOnly, bars, columns, map,
-                   onceIn(context.random, 2) ? box / 64.0 : box,
-                   onceIn(context.random, 2) ? reversal : 1.0 + below(context.random, 3),
-                   hostileInt(context.random));
-}
-
-void callBars2PNF(Context& context, bool describeOnly) {
-  convertToColumns<qxBars2PNF>(context, describeOnly);
-}
-
-void callBars2PNFhilo(Context& context, bool describeOnly) {
-  convertToColumns<qxBars2PNFhilo>(context, describeOnly);
+void convertToColumns(Context& context, Arguments& a) {
+  a[1] = ownBars(context, false);
+  a[2] = ownArray(context, false);
+  if (onceIn(context.random, 2)) a[3] = hostileDouble(context.random) / 64.0;
+  if (onceIn(context.random, 2)) a[4] = 1.0 + below(context.random, 3);
 }
 
 // The work grows with the passes, unless they come to rest: the very largest number only over a
 // period for which they do.
-void callT3(Context& context, bool describeOnly) {
-  const qxArray* in = randomArray(context);
-  qxArray* out = randomArray(context);
-  const double volumeFactor = hostileDouble(context.random);
+void limitPasses(Context& context, Arguments& a) {
   const bool endless = onceIn(context.random, 8);
-  const int32_t passes = endless ? INT32_MAX : hostileInt(context.random) % 10000;
-  finish<qxT3>(context, describeOnly, in, out, endless ? 4.0 : hostileDouble(context.random),
-               volumeFactor, passes, hostileInt(context.random));
+  if (endless) a[2] = 4.0;
+  a[4] = endless ? INT32_MAX : hostileInt(context.random) % 10000;
 }
 
 // A bond whose payments, one power each, run over some thousands of years only seldom.
-template <auto Function>
-static void valueBond(Context& context, bool describeOnly) {
+void limitPayments(Context& context, Arguments& a) {
   Random& random = context.random;
-  qxBond* bond = Make<qxBond*>::value(context);
-  double date = hostileDouble(random);
-  if (bond != nullptr && !onceIn(random, 50)) {
-    bond->payments = below(random, 13);
-    date = 36526.0 + below(random, 9000);
-    bond->maturity = date + below(random, 20000) - 100.0;
-  }
-  const double yield = hostileDouble(random);
-  finish<Function>(context, describeOnly, bond, onceIn(random, 2) ? yield : yield / 1000.0, date);
+  if (onceIn(random, 2)) a[1] = hostileDouble(random) / 1000.0;
+  qxBond* bond = address<qxBond>(a[0]);
+  if (bond == nullptr || onceIn(random, 50)) return;
+  const double date = 36526.0 + below(random, 9000);
+  bond->payments = below(random, 13);
+  bond->maturity = date + below(random, 20000) - 100.0;
+  a[2] = date;
 }
 
-void callBondPricing(Context& context, bool describeOnly) {
-  valueBond<qxBondPricing>(context, describeOnly);
+void describeError(Context& context, Arguments& a) {
+  if (!onceIn(context.random, 4)) a[0] = -below(context.random, 12);
+  a[1] = randomBytes(context, 17);
 }
 
-void callBondDuration(Context& context, bool describeOnly) {
-  valueBond<qxBondDuration>(context, describeOnly);
-}
-
-void callErrDesc(Context& context, bool describeOnly) {
-  const int32_t code =
-      onceIn(context.random, 4) ? hostileInt(context.random) : -below(context.random, 12);
-  finish<qxErrDesc>(context, describeOnly, code, static_cast<char*>(randomBytes(context, 17)));
-}
-
-// Where there are no windows the message goes to standard error, which is kept for reports: it is
-// turned aside where the C library lets it. With windows a box would wait for an answer.
-void callErrMessageBox(Context& context, bool describeOnly) {
-  const int32_t code = hostileInt(context.random);
-  const char* text = randomText(context);
-#if defined(__GLIBC__)
-  std::FILE* const errors = stderr;
-  if (!describeOnly) stderr = stdout;
-  finish<qxErrMessageBox>(context, describeOnly, code, text);
-  stderr = errors;
+// With windows a box would wait for an answer.
+void chooseMessage(Context&, Arguments& a) {
+#if !defined(__GLIBC__)
+  a[1] = nullptr;
 #else
-  (void)text;
-  finish<qxErrMessageBox>(context, describeOnly, code, static_cast<const char*>(nullptr));
+  (void)a;
 #endif
 }
 
-void callIEEEtoMS(Context& context, bool describeOnly) {
-  makeBoth(context, describeOnly, qxIEEEtoMS);
+// Without windows the message goes to standard error, which is kept for reports: it is turned aside
+// where the C library lets it.
+void showMessage(Context&, const Function& function, const Arguments& a) {
+#if defined(__GLIBC__)
+  std::FILE* const errors = stderr;
+  stderr = stdout;
+  function.call(a);
+  stderr = errors;
+#else
+  function.call(a);
+#endif
 }
 
-void callMStoIEEE(Context& context, bool describeOnly) {
-  makeBoth(context, describeOnly, qxMStoIEEE);
+// The result of a date under a picture of the given length: a year of four letters needs 11
+// characters, any other token at most two a letter.
+char* dateBuffer(Context& context, size_t pictureLength) {
+  return static_cast<char*>(randomBytes(context, 3 * pictureLength + 1));
 }
 
-void callFormatDate(Context& context, bool describeOnly) {
-  const double date = hostileDouble(context.random);
-  const char* picture = randomText(context);
-  finish<qxFormatDate>(context, describeOnly, date, picture,
-                       dateBuffer(context, lengthOf(picture)));
+size_t lengthOf(const Argument& text) {
+  const char* characters = address<char>(text);
+  return characters == nullptr ? 0 : std::strlen(characters);
 }
 
-template <auto Function>
-static void formatJulian(Context& context, bool describeOnly) {
+void fitDate(Context& context, Arguments& a) {
+  a[2] = dateBuffer(context, lengthOf(a[1]));
+}
+
+void fitJulianDate(Context& context, Arguments& a) {
   constexpr size_t kLongestPicture = 20;
-  const double date = hostileDouble(context.random);
-  const auto layout = static_cast<int16_t>(hostileInt(context.random));
-  const char* separator = randomText(context);
-  char* output = dateBuffer(context, kLongestPicture + 2 * lengthOf(separator));
-  finish<Function>(context, describeOnly, date, layout, separator, output);
+  a[3] = dateBuffer(context, kLongestPicture + 2 * lengthOf(a[2]));
 }
 
-void callJulianToDateTxt(Context& context, bool describeOnly) {
-  formatJulian<qxJulianToDateTxt>(context, describeOnly);
+// Optimisation variables with their count, most of them sweeps that make sense.
+void countVariables(Context& context, Arguments& a) {
+  Random& random = context.random;
+  const int32_t count = below(random, 6);
+  auto* variables =
+      static_cast<qxOptVar*>(randomBytes(context, static_cast<size_t>(count) * sizeof(qxOptVar)));
+  a[0] = variables;
+  if (variables == nullptr) return;
+  for (int32_t i = 0; i < count; ++i) {
+    qxOptVar& v = variables[i];
+    v = {hostileDouble(random), hostileDouble(random), hostileDouble(random), hostileInt(random),
+         hostileDouble(random)};
+    if (onceIn(random, 4)) continue;
+    v.from = v.value = below(random, 20) / 4.0;
+    v.to = v.from + below(random, 40) / 8.0;
+    v.step = (below(random, 16) - 2) / 8.0;
+  }
+  a[1] = onceIn(random, 10) ? -below(random, 3) : count;
 }
 
-void callJulianToTimeTxt(Context& context, bool describeOnly) {
-  formatJulian<qxJulianToTimeTxt>(context, describeOnly);
+void fitVariables(Context& context, Arguments& a) {
+  countVariables(context, a);
+  const int32_t length = qxOptVarStringLen(address<qxOptVar>(a[0]), std::get<int32_t>(a[1]),
+                                           address<const char>(a[2]));
+  a[3] = randomBytes(context, static_cast<size_t>(length));
 }
 
-void callOptVarCount(Context& context, bool describeOnly) {
-  const Variables v = randomVariables(context);
-  finish<qxOptVarCount>(context, describeOnly, v.vars, v.count);
+// The last four arguments of an order: sensible most of the time.
+void limitOrder(Context& context, Arguments& a) {
+  Random& random = context.random;
+  const size_t volume = a.size() - 4;
+  if (!onceIn(random, 12)) a[volume] = 1 + below(random, 300);
+  if (!onceIn(random, 8)) a[volume + 1] = 50.0 + below(random, 850) / 16.0;
+  if (!onceIn(random, 12)) a[volume + 2] = 1 + below(random, 4);
+  if (!onceIn(random, 12)) a[volume + 3] = 1 + below(random, 2);
 }
 
-void callOptVarValue(Context& context, bool describeOnly) {
-  const Variables v = randomVariables(context);
-  finish<qxOptVarValue>(context, describeOnly, v.vars, v.count,
-                        static_cast<uint32_t>(hostileInt(context.random)));
-}
-
-void callOptVarString(Context& context, bool describeOnly) {
-  const Variables v = randomVariables(context);
-  const char* separator = randomText(context);
-  const int32_t length = qxOptVarStringLen(v.vars, v.count, separator);
-  char* text = static_cast<char*>(randomBytes(context, length));
-  finish<qxOptVarString>(context, describeOnly, v.vars, v.count, separator, text);
-}
-
-void callOptVarStringLen(Context& context, bool describeOnly) {
-  const Variables v = randomVariables(context);
-  finish<qxOptVarStringLen>(context, describeOnly, v.vars, v.count, randomText(context));
-}
-
-void callOrderSystemInit(Context& context, bool describeOnly) {
-  context.texts = Texts::kNames;
-  const char* name = randomText(context);
-  if (onceIn(context.random, 2)) {
-    // A system over bars of any shape, with trades, reports and markers.
-    qxOrderSystem system = {};
-    const qxBars* bars = randomBars(context);
-    finish<qxOrderSystemInit>(context, describeOnly, &system, name, bars);
-    if (describeOnly) return;
-    trade(context, &system, below(context.random, 60));
-    qxProfitRpt(&system, "out.txt", 0);
-    qxTradeRpt1(&system, "out.txt", 0, ",", 1);
-    qxOpenPosRpt1(&system, "out.txt", 0, "", 1);
-    qxArray markers = {};
-    qxCreateTradeGraph(&system, &markers);
-    qxFreeArray(&markers);
-    qxOrderSystemClose(&system);
-  } else {
-    if (!describeOnly) qxOrderSystemClose(&context.lasting.system);
-    finish<qxOrderSystemInit>(context, describeOnly, &context.lasting.system, name,
-                              static_cast<const qxBars*>(&context.lasting.bars));
+void trade(Context& context, qxOrderSystem* system, int32_t bars) {
+  static const Call kOrders[] = {
+      careful(functionNamed("qxBuyToOpen")), careful(functionNamed("qxSellToOpen")),
+      careful(functionNamed("qxSellToClose")), careful(functionNamed("qxBuyToClose"))};
+  for (int32_t i = 0; i < bars; ++i) {
+    for (int32_t n = below(context.random, 3); n > 0; --n) {
+      const Call& order = kOrders[below(context.random, 4)];
+      Arguments arguments = randomArguments(context, order);
+      arguments[0] = system;
+      run(context, order, arguments);
+    }
+    qxProcessOrders(system);
   }
 }
 
-void callBuyToOpen(Context& context, bool describeOnly) {
-  enter<qxBuyToOpen>(context, describeOnly);
+// Over bars of any shape, or anew over the lasting ones.
+void chooseSystem(Context& context, Arguments& a) {
+  const bool own = onceIn(context.random, 2);
+  a[0] = own ? &context.ownSystem : &context.lasting.system;
+  if (!own) a[2] = &context.lasting.bars;
 }
 
-void callSellToOpen(Context& context, bool describeOnly) {
-  enter<qxSellToOpen>(context, describeOnly);
+void useSystem(Context& context, const Function& function, const Arguments& a) {
+  auto* system = address<qxOrderSystem>(a[0]);
+  qxOrderSystemClose(system);
+  function.call(a);
+  if (system != &context.ownSystem) return;
+  trade(context, system, below(context.random, 60));
+  qxProfitRpt(system, "out.txt", 0);
+  qxTradeRpt1(system, "out.txt", 0, ",", 1);
+  qxOpenPosRpt1(system, "out.txt", 0, "", 1);
+  qxCreateTradeGraph(system, &context.arrays.emplace_back());
+  qxOrderSystemClose(system);
 }
 
-void callSellToClose(Context& context, bool describeOnly) {
-  leave<qxSellToClose>(context, describeOnly);
+void processOrders(Context& context, const Function& function, const Arguments& a) {
+  auto* system = address<qxOrderSystem>(a[0]);
+  if (onceIn(context.random, 3)) qxOrderSystemReset(system);
+  trade(context, system, below(context.random, 40));
+  function.call(a);
 }
 
-void callBuyToClose(Context& context, bool describeOnly) {
-  leave<qxBuyToClose>(context, describeOnly);
+void initGraph(Context&, const Function& function, const Arguments& a) {
+  auto* graph = address<qxGraph>(a[0]);
+  qxGraphFree(graph);
+  function.call(a);
+  if (graph != nullptr) graph->area = {0, 0, 320, 200};
 }
 
-void callProcessOrders(Context& context, bool describeOnly) {
-  qxOrderSystem* system = randomSystem(context);
-  if (!describeOnly && onceIn(context.random, 3)) qxOrderSystemReset(system);
-  if (!describeOnly) trade(context, system, below(context.random, 40));
-  finish<qxProcessOrders>(context, describeOnly, system);
-}
-
-void callGraphInit(Context& context, bool describeOnly) {
-  qxGraph* graph = randomGraph(context);
-  if (!describeOnly) qxGraphFree(graph);
-  finish<qxGraphInit>(context, describeOnly, graph);
-  if (graph != nullptr && !describeOnly) graph->area = {0, 0, 320, 200};
-}
-
-void callGraphChartAdd(Context& context, bool describeOnly) {
+// Shown over and over again, so only the series and bars that live as long may be given.
+void limitChart(Context& context, Arguments& a) {
   Random& random = context.random;
-  qxGraph* graph = randomGraph(context);
-  const int32_t subwin = below(random, 6) - 1;
-  const int32_t chart = onceIn(random, 8) ? hostileInt(random) : below(random, 6) - 1;
-  qxGraphChart c = {};
-  fill(context, c);
-  // Shown over and over again, so only the series and bars that live as long may be given.
-  const qxArray* series =
-      onceIn(random, 5) ? nullptr : &context.lasting.chartSeries[below(random, 3)];
-  const qxBars* bars = onceIn(random, 5) ? nullptr : &context.lasting.bars;
-  finish<qxGraphChartAdd>(
-      context, describeOnly, graph, onceIn(random, 12) ? hostileInt(random) : subwin, chart,
-      c.scaleflags, c.minmode, c.maxmode, c.minimum, c.maximum, c.scalechart, series, bars, c.style,
-      c.colour, c.colour2, c.colour3, c.penwidth, c.penstyle, c.selected);
+  if (!onceIn(random, 12)) a[1] = below(random, 6) - 1;
+  if (!onceIn(random, 8)) a[2] = below(random, 6) - 1;
+  for (const size_t flags : {3u, 4u, 5u}) {
+    if (!onceIn(random, 12)) a[flags] = below(random, 4);
+  }
+  a[9] = onceIn(random, 5) ? nullptr : &context.lasting.chartSeries[below(random, 3)];
+  a[10] = onceIn(random, 5) ? nullptr : &context.lasting.bars;
+  if (!onceIn(random, 12)) a[11] = below(random, 11);
 }
 
-void callGraphSetSubwin(Context& context, bool describeOnly) {
+// A copy of a pane of the lasting graph, since functions of a pane believe what it points to.
+void copyPane(Context& context, Arguments& a) {
+  auto* pane = static_cast<qxGraphSubwin*>(randomBytes(context, sizeof(qxGraphSubwin)));
+  if (pane != nullptr) qxGraphGetSubwin(&context.lasting.graph, pane, below(context.random, 6));
+  a[0] = pane;
+}
+
+void changePane(Context& context, Arguments& a) {
   Random& random = context.random;
   const int32_t index = below(random, 6) - 1;
   qxGraphSubwin pane = {};
-  const bool found = qxGraphGetSubwin(&context.lasting.graph, &pane, index) == QX_SUCCESS;
-  pane.height = hostileInt(random);
+  if (qxGraphGetSubwin(&context.lasting.graph, &pane, index) != QX_SUCCESS) a[0] = nullptr;
+  for (int32_t* setting :
+       {&pane.height, &pane.axischart, &pane.axischart2, &pane.gridstyle, &pane.gridwidth}) {
+    *setting = hostileInt(random);
+  }
   pane.titleshown = below(random, 2);
-  pane.axischart = hostileInt(random);
-  pane.axischart2 = hostileInt(random);
-  pane.gridstyle = hostileInt(random);
-  pane.gridwidth = hostileInt(random);
   if (onceIn(random, 4)) std::memset(pane.title, 'W', sizeof pane.title);
-  finish<qxGraphSetSubwin>(context, describeOnly, found ? randomGraph(context) : nullptr,
-                           static_cast<const qxGraphSubwin*>(&pane), index);
+  void* const bytes = context.buffers.emplace_back(sizeof pane).data();
+  std::memcpy(bytes, &pane, sizeof pane);
+  a[1] = bytes;
+  a[2] = index;
 }
 
-void callGraphPaintPicture(Context& context, bool describeOnly) {
-  qxGraph* graph = randomGraph(context);
+void paintNothing(Context&, Arguments& a) {
 #if defined(_WIN32)
-  graph = nullptr;  // a picture would have to be released through its own interface
+  a[0] = nullptr;  // a picture would have to be released through its own interface
+#else
+  (void)a;
 #endif
-  finish<qxGraphPaintPicture>(context, describeOnly, graph);
+}
+
+// What the functions need whose names begin so; the first that fits a name decides.
+struct Care {
+  const char* beginning;
+  Texts texts = Texts::kAny;
+  decltype(Call::adjust) adjust = nullptr;
+  decltype(Call::among) among = nullptr;
+};
+const Care kCare[] = {
+    {"qxAllocArray", Texts::kAny, allocate<ownArray>},
+    {"qxReAllocArray", Texts::kAny, reallocate<ownArray>},
+    {"qxFreeArray", Texts::kAny, release<ownArray>},
+    {"qxAllocBars", Texts::kAny, allocate<ownBars>},
+    {"qxReAllocBars", Texts::kAny, reallocate<ownBars>},
+    {"qxFreeBars", Texts::kAny, release<ownBars>},
+    {"qxErrDesc", Texts::kAny, describeError},
+    {"qxErrMessageBox", Texts::kAny, chooseMessage, showMessage},
+    {"qxIEEEtoMS", Texts::kAny, convertNumbers},
+    {"qxMStoIEEE", Texts::kAny, convertNumbers},
+    {"qxArrayPrintf", Texts::kAny, printSeries},
+    {"qxFormatDate", Texts::kAny, fitDate},
+    {"qxJulianToDateTxt", Texts::kAny, fitJulianDate},
+    {"qxJulianToTimeTxt", Texts::kAny, fitJulianDate},
+    {"qxT3", Texts::kAny, limitPasses},
+    {"qxCandleConstruct", Texts::kAny, constructCandles},
+    {"qxBondPricing", Texts::kAny, limitPayments},
+    {"qxBondDurationPriceChg"},
+    {"qxBondDuration", Texts::kAny, limitPayments},
+    {"qxFILEprintinfo", Texts::kOutput},
+    {"qxFILE", Texts::kTyped},
+    {"qxCSIndex"},
+    {"qxCSI", Texts::kFiles},
+    {"qxCT", Texts::kFiles},
+    {"qxDJ", Texts::kFiles},
+    {"qxFS", Texts::kFiles},
+    {"qxTC", Texts::kFiles},
+    {"qxTT", Texts::kFiles},
+    {"qxAIQ", Texts::kFiles},
+    {"qxTXT2Array", Texts::kAny, readColumn},
+    {"qxTXTwriteinfo", Texts::kFiles},
+    {"qxTXTwrite", Texts::kOutput},
+    {"qxTXT", Texts::kFiles},
+    {"qxOrderSystemInit", Texts::kNames, chooseSystem, useSystem},
+    {"qxBuyTo", Texts::kNames, limitOrder},
+    {"qxSellTo", Texts::kNames, limitOrder},
+    {"qxCancelOrder", Texts::kNames},
+    {"qxProcessOrders", Texts::kAny, nullptr, processOrders},
+    {"qxProfitRpt", Texts::kOutput},
+    {"qxPrint", Texts::kOutput},
+    {"qxTradeRpt", Texts::kOutput},
+    {"qxOpenPosRpt", Texts::kOutput},
+    {"qxOrderRpt", Texts::kOutput},
+    {"qxOptVarStringLen", Texts::kAny, countVariables},
+    {"qxOptVarString", Texts::kAny, fitVariables},
+    {"qxOptVar", Texts::kAny, countVariables},
+    {"qxGraphInit", Texts::kAny, nullptr, initGraph},
+    {"qxGraphChartAdd", Texts::kAny, limitChart},
+    {"qxGraphSetSubwinMargins"},
+    {"qxGraphSetSubwin", Texts::kAny, changePane},
+    {"qxGraphSubwinGet", Texts::kAny, copyPane},
+    {"qxGraphSubwinSet", Texts::kAny, copyPane},
+    {"qxGraphPaintPicture", Texts::kAny, paintNothing},
+    {"qxGraphPaintSVG", Texts::kOutput},
+    {"qxBars2PNF", Texts::kAny, convertToColumns},
+    {"qxPNFchart", Texts::kOutput},
+};
+
+}  // namespace
+
+Call careful(const Function& function) {
+  for (const Care& care : kCare) {
+    if (function.name.rfind(care.beginning, 0) == 0) {
+      return {&function, care.texts, care.adjust, care.among};
+    }
+  }
+  return {&function, Texts::kAny, nullptr, nullptr};
+}
+
+Arguments randomArguments(Context& context, const Call& call) {
+  context.texts = call.texts;
+  context.textsMade = 0;
+  if (call.texts == Texts::kFiles || call.texts == Texts::kTyped) disturbFiles(context.random);
+  Arguments arguments;
+  for (const Parameter& parameter : call.function->parameters) {
+    arguments.push_back(randomArgument(context, parameter));
+  }
+  if (call.adjust != nullptr) call.adjust(context, arguments);
+  return arguments;
+}
+
+void run(Context& context, const Call& call, const Arguments& arguments) {
+  if (call.among != nullptr) {
+    call.among(context, *call.function, arguments);
+  } else {
+    call.function->call(arguments);
+  }
 }
 
 }  // namespace qxrandom

@@ -1,8 +1,8 @@
-// Random calls of every exported function: quorvex_random_calls [--calls N] [--seed S] [--only
-// NAME]
-// [--list]. A call that crashes or does not return prints its seed, number, function and arguments.
+// Random calls of every exported function, or of one alone. A call that crashes or does not return
+// prints its seed, number, function and arguments.
 #include <atomic>
 #include <chrono>
+#include <cinttypes>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -10,7 +10,8 @@
 #include <filesystem>
 #include <thread>
 
-#include "tests/random/call_table.h"
+#include "tests/random/careful_calls.h"
+#include "tests/random/files.h"
 
 namespace {
 
@@ -19,27 +20,30 @@ using namespace qxrandom;
 constexpr int64_t kCallsPerLasting = 2000;  // calls that share one order system and one graph
 constexpr auto kPatience = std::chrono::seconds(60);  // for one call
 
-struct Progress {
+struct {
   uint64_t seed;
   std::atomic<int64_t> number;
   const Call* call;
   uint64_t argumentState;  // the generator just before the arguments were made
   Lasting* lasting;
-};
-
-Progress progress = {};
+} progress = {};
 
 // Makes the arguments of the failing call once more, to print them.
 void report() {
   const Call* const call = progress.call;
   progress.call = nullptr;  // should this fail in turn, it is not tried again
   if (call == nullptr) return;
-  std::fprintf(stderr, "seed %llu, call %lld: %s\n", static_cast<unsigned long long>(progress.seed),
-               static_cast<long long>(progress.number), call->name);
+  const Function& function = *call->function;
+  std::fprintf(stderr, "seed %" PRIu64 ", call %" PRId64 ": %s\narguments: ", progress.seed,
+               progress.number.load(), function.name.c_str());
   Random again = {progress.argumentState};
-  Context context(again, *progress.lasting);
-  call->run(context, true);
-  std::fprintf(stderr, "arguments: %s\n", context.described.c_str());
+  Context context = {again, *progress.lasting};
+  const Arguments arguments = randomArguments(context, *call);
+  for (size_t i = 0; i < arguments.size(); ++i) {
+    std::fprintf(stderr, "%s%s", i == 0 ? "" : ", ",
+                 described(arguments[i], function.parameters[i]).c_str());
+  }
+  std::fputc('\n', stderr);
 }
 
 void reportSignal(int signal) {
@@ -111,8 +115,8 @@ void makeCalls(const std::vector<Call>& chosen, const Options& options) {
     progress.argumentState = random.state;
     progress.number = n;
     progress.call = &call;
-    Context context(random, lasting);
-    call.run(context, false);
+    Context context = {random, lasting};
+    run(context, call, randomArguments(context, call));
     progress.call = nullptr;
     release(context);
   }
@@ -142,10 +146,11 @@ int main(int argc, char** argv) {
     return 2;
   }
   std::vector<Call> chosen;
-  for (const Call& call : callTable()) {
-    if (options.list) std::puts(call.name);
-    if (options.only == nullptr || std::strcmp(options.only, call.name) == 0)
-      chosen.push_back(call);
+  for (const Function& function : every_function::functionTable()) {
+    if (options.list) std::puts(function.name.c_str());
+    if (options.only == nullptr || function.name == options.only) {
+      chosen.push_back(careful(function));
+    }
   }
   if (options.list) return 0;
   if (chosen.empty()) {
@@ -172,8 +177,7 @@ int main(int argc, char** argv) {
   std::fclose(stdout);
   std::error_code ignored;
   std::filesystem::remove_all(top, ignored);
-  std::fprintf(stderr, "%lld random calls of %zu functions, seed %llu\n",
-               static_cast<long long>(options.calls), chosen.size(),
-               static_cast<unsigned long long>(options.seed));
+  std::fprintf(stderr, "%" PRId64 " random calls of %zu functions, seed %" PRIu64 "\n",
+               options.calls, chosen.size(), options.seed);
   return 0;
 }

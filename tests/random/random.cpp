@@ -1,8 +1,10 @@
 #include "tests/random/random.h"
 
+#include <cfloat>
+#include <cmath>
 #include <iterator>
-#include <limits>
 #include <string>
+#include <vector>
 
 namespace qxrandom {
 
@@ -22,25 +24,10 @@ bool onceIn(Random& random, int32_t times) {
 }
 
 int32_t hostileInt(Random& random) {
-  constexpr int32_t kExtremes[] = {INT32_MIN,
-                                   INT32_MIN + 1,
-                                   -86400,
-                                   -100,
-                                   -2,
-                                   -1,
-                                   0,
-                                   1,
-                                   2,
-                                   3,
-                                   86400,
-                                   1 << 30,
-                                   (1 << 30) + 1,
-                                   20200229,
-                                   19991231,
-                                   235959,
-                                   INT32_MAX / 2,
-                                   INT32_MAX - 1,
-                                   INT32_MAX};
+  constexpr int32_t kExtremes[] = {INT32_MIN, -INT32_MAX, -86400,     -100,     -2,
+                                   -1,        0,          1,          2,        3,
+                                   86400,     0x40000000, 0x40000001, 20200229, 19991231,
+                                   235959,    0x3FFFFFFF, 0x7FFFFFFE, INT32_MAX};
   switch (below(random, 10)) {
     case 0:
       return kExtremes[below(random, static_cast<int32_t>(std::size(kExtremes)))];
@@ -56,23 +43,9 @@ int32_t hostileInt(Random& random) {
 }
 
 double hostileDouble(Random& random) {
-  constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  constexpr double kExtremes[] = {0.0,
-                                  -0.0,
-                                  kInfinity,
-                                  -kInfinity,
-                                  std::numeric_limits<double>::quiet_NaN(),
-                                  std::numeric_limits<double>::max(),
-                                  std::numeric_limits<double>::lowest(),
-                                  std::numeric_limits<double>::min(),
-                                  std::numeric_limits<double>::denorm_min(),
-                                  1e308,
-                                  -1e300,
-                                  9.3e18,
-                                  -9.3e18,
-                                  2147483648.0,
-                                  -693594.0,
-                                  0.1};
+  constexpr double kExtremes[] = {0.0,      -0.0,         INFINITY,     -INFINITY, NAN,    DBL_MAX,
+                                  -DBL_MAX, DBL_MIN,      DBL_TRUE_MIN, 1e308,     -1e300, 9.3e18,
+                                  -9.3e18,  2147483648.0, -693594.0,    0.1};
   switch (below(random, 12)) {
     case 0:
       return kExtremes[below(random, static_cast<int32_t>(std::size(kExtremes)))];
@@ -92,73 +65,25 @@ double hostileDouble(Random& random) {
 }
 
 const char* hostileText(Random& random) {
-  static const std::string kLong(300, 'x');
-  static const std::string kLongBlanks(290, ' ');
+  static const std::string kLong(300, 'x'), kLongBlanks(290, ' ');
   static const std::string kLongDigits = std::string(40, '9') + "/" + std::string(40, '1');
-  static const char* const kTexts[] = {"",
-                                       " ",
-                                       ",",
-                                       ", ",
-                                       "\t",
-                                       ",;|",
-                                       "0123456789abcdef",
-                                       "12345678901234567",
-                                       "A",
-                                       "d",
-                                       "S",
-                                       "D",
-                                       "1999-03-15",
-                                       "19990315",
-                                       "03/15/1999 2:30 PM",
-                                       "15-Mar-99",
-                                       "9:30",
-                                       "093015",
-                                       "2p",
-                                       "yyyy/mm/dd hh:nn:ss",
-                                       "mmm d yy AM/PM",
-                                       "a",
-                                       "A/",
-                                       "hH:mM:sS A/P",
-                                       "MA",
-                                       "%f %i\n",
-                                       "%CYMDi %HMSi %8.3f %r\n",
-                                       "%",
-                                       "%%",
-                                       "%n%s%p",
-                                       "%*d %999999999f",
-                                       "%hhi%lli%Lf",
-                                       "qxCPR",
-                                       "qxgap",
-                                       "qxHammer",
-                                       "QXTWEEZERTOPS",
-                                       "no such name",
-                                       "master",
-                                       "F1.DAT",
-                                       "prices.csv",
-                                       "txtinfo.txt",
-                                       ".",
-                                       "..",
-                                       "missing",
-                                       "folder/",
-                                       "folder\\",
-                                       " folder ",
-                                       "out.txt",
-                                       "STDOUT",
-                                       "stdout ",
-                                       "CT",
-                                       "2",
-                                       "7",
-                                       "TXT",
-                                       "99999999999999999999",
-                                       "-1",
-                                       "Arial",
-                                       "\xFF\xFE\x80",
-                                       "line\nbreak\r\n",
-                                       "<&\"'>",
-                                       kLong.c_str(),
-                                       kLongBlanks.c_str(),
-                                       kLongDigits.c_str()};
-  return kTexts[below(random, static_cast<int32_t>(std::size(kTexts)))];
+  static const std::vector<const char*> kTexts = {
+      // Delimiters, parts of dates.
+      "", " ", ",", ", ", "\t", ",;|", "0123456789abcdef", "12345678901234567", "A", "d", "S", "D",
+      // Dates and times, pictures.
+      "1999-03-15", "19990315", "03/15/1999 2:30 PM", "15-Mar-99", "9:30", "093015", "2p",
+      "yyyy/mm/dd hh:nn:ss", "mmm d yy AM/PM", "a", "A/", "hH:mM:sS A/P", "MA",
+      // Formats.
+      "%f %i\n", "%CYMDi %HMSi %8.3f %r\n", "%", "%%", "%n%s%p", "%*d %999999999f", "%hhi%lli%Lf",
+      // Patterns.
+      "qxCPR", "qxgap", "qxHammer", "QXTWEEZERTOPS", "no such name",
+      // Files, folders and their types.
+      "master", "F1.DAT", "prices.csv", "txtinfo.txt", ".", "..", "missing", "folder/", "folder\\",
+      " folder ", "out.txt", "STDOUT", "stdout ", "CT", "2", "7", "TXT",
+      // Numbers, a font, bytes that are no letters, and far too long.
+      "99999999999999999999", "-1", "Arial", "\xFF\xFE\x80", "line\nbreak\r\n", "<&\"'>",
+      kLong.c_str(), kLongBlanks.c_str(), kLongDigits.c_str()};
+  return kTexts[static_cast<size_t>(below(random, static_cast<int32_t>(kTexts.size())))];
 }
 
 }  // namespace qxrandom
