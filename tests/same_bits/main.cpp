@@ -10,13 +10,8 @@ int main(int argumentCount, char** arguments) {
     std::fprintf(stderr, "usage: quorvex_same_bits PRICES.csv > FILE\n");
     return 2;
   }
-  same_bits::computeSeriesStudies(prices);
-  same_bits::computeBarStudies(prices);
-  same_bits::computePatterns(prices);
-  same_bits::computeStatistics(prices);
-  same_bits::computeTransforms(prices);
-  same_bits::computeFinance();
-  same_bits::computeDates();
+  same_bits::computeStudies(prices);
+  same_bits::computeCases(prices);
   same_bits::computeTrading(prices);
   same_bits::freePrices(&prices);
   return 0;

@@ -41,8 +41,8 @@ void deriveOther(Prices* prices) {
 
 void deriveBreadth(Prices* prices) {
   const qxBars& bars = prices->bars;
-  for (qxArray* series : {&prices->advances, &prices->declines, &prices->unchanged,
-                          &prices->upVolume, &prices->downVolume}) {
+  for (qxArray* series :
+       {&prices->advances, &prices->declines, &prices->upVolume, &prices->downVolume}) {
     qxAllocArray(series, bars.barsize);
   }
   for (int32_t i = 1; i < bars.barsize; ++i) {
@@ -51,7 +51,6 @@ void deriveBreadth(Prices* prices) {
     const double above = bars.close.data[i] - bars.low.data[i];
     prices->advances.data[i] = std::floor(1000 + 10 * change);
     prices->declines.data[i] = std::floor(1000 - 8 * change);
-    prices->unchanged.data[i] = i % 50;
     prices->upVolume.data[i] = range > 0 ? bars.volume.data[i] * above / range : 0.0;
     prices->downVolume.data[i] = bars.volume.data[i] - prices->upVolume.data[i];
   }
@@ -68,19 +67,18 @@ bool loadPrices(const char* path, Prices* prices) {
   }
   deriveOther(prices);
   deriveBreadth(prices);
-  qxCopyArray(&bars.close, &prices->close);
   qxCopyArray(&bars.close, &prices->late);
   prices->late.firstvalid = 7;
-  qxCopyArray(&bars.volume, &prices->volume);
-  return true;
+  prices->candles.equality = 0.002;
+  return qxCandleConstruct(&bars, &prices->candles) == QX_SUCCESS;
 }
 
 void freePrices(Prices* prices) {
   qxFreeBars(&prices->bars);
   qxFreeBars(&prices->other);
-  for (qxArray* series :
-       {&prices->close, &prices->late, &prices->volume, &prices->advances, &prices->declines,
-        &prices->unchanged, &prices->upVolume, &prices->downVolume}) {
+  qxCandleFree(&prices->candles);
+  for (qxArray* series : {&prices->late, &prices->advances, &prices->declines, &prices->upVolume,
+                          &prices->downVolume}) {
     qxFreeArray(series);
   }
 }

@@ -18,11 +18,6 @@ const char* const kNear[] = {
 };
 constexpr size_t kShownNumbers = 200;
 
-bool isNear(const char* name) {
-  return std::any_of(std::begin(kNear), std::end(kNear),
-                     [name](const char* near) { return std::strcmp(near, name) == 0; });
-}
-
 uint64_t bitsOf(double number) {
   uint64_t bits = 0;
   std::memcpy(&bits, &number, sizeof bits);
@@ -43,8 +38,7 @@ uint64_t digest(const std::vector<double>& numbers) {
 }  // namespace
 
 std::string label(const char* text) {
-  std::string parameter(1, ' ');
-  return parameter.append(text);
+  return std::string(1, ' ').append(text);
 }
 
 std::string label(double number) {
@@ -53,37 +47,13 @@ std::string label(double number) {
   return label(text);
 }
 
-int32_t pass(Call* call, int32_t argument) {
-  call->parameters += label(argument);
-  return argument;
-}
-
-double pass(Call* call, double argument) {
-  call->parameters += label(argument);
-  return argument;
-}
-
-const char* pass(Call* call, const char* argument) {
-  call->parameters += label(argument);
-  return argument;
-}
-
-qxArray* pass(Call* call, OutSeries) {
-  return &call->series[call->seriesCount++];
-}
-double* pass(Call* call, OutValue) {
-  return &call->values[call->valueCount++];
-}
-int32_t* pass(Call* call, OutWhole) {
-  return &call->wholes[call->wholeCount++];
-}
-
-void print(const char* name, const std::string& parameters, const std::vector<double>& numbers) {
-  if (!isNear(name)) {
-    std::printf("exact %s%s %016" PRIx64 "\n", name, parameters.c_str(), digest(numbers));
+void print(const std::string& name, const std::string& parameters,
+           const std::vector<double>& numbers) {
+  if (std::find(std::begin(kNear), std::end(kNear), name) == std::end(kNear)) {
+    std::printf("exact %s%s %016" PRIx64 "\n", name.c_str(), parameters.c_str(), digest(numbers));
     return;
   }
-  std::printf("near %s%s :", name, parameters.c_str());
+  std::printf("near %s%s :", name.c_str(), parameters.c_str());
   const size_t from = numbers.size() < kShownNumbers ? 0 : numbers.size() - kShownNumbers;
   for (size_t i = from; i < numbers.size(); ++i) std::printf(" %016" PRIx64, bitsOf(numbers[i]));
   std::printf("\n");
@@ -95,31 +65,38 @@ void printText(const char* name, const std::string& text) {
   std::printf("\n");
 }
 
-void appendSeries(const qxArray& series, std::vector<double>* numbers) {
-  numbers->push_back(series.size);
-  numbers->push_back(series.firstvalid);
-  numbers->insert(numbers->end(), series.data, series.data + series.datasize);
+void compute(const Function& function, const Samples& samples, const Arguments& given) {
+  const every_function::SampleCall call = callWithSamples(function, samples, given);
+  std::string parameters = samples.name == nullptr ? "" : label(samples.name);
+  for (size_t i = 0; i < call.arguments.size(); ++i) {
+    const auto& [kind, constant, size] = function.parameters[i];
+    if (const int32_t* integer = std::get_if<int32_t>(&call.arguments[i])) {
+      parameters += label(*integer);
+    } else if (const double* real = std::get_if<double>(&call.arguments[i])) {
+      parameters += label(*real);
+    } else if (kind == Kind::kText && constant) {
+      parameters += label(every_function::address<const char>(call.arguments[i]));
+    }
+  }
+  print(function.name, parameters, call.numbers);
 }
 
-void appendBars(const qxBars& bars, std::vector<double>* numbers) {
-  numbers->insert(numbers->end(), {static_cast<double>(bars.barsize), bars.begindate, bars.enddate,
-                                   static_cast<double>(bars.frequency)});
-  for (const qxArray* series :
-       {&bars.date, &bars.open, &bars.high, &bars.low, &bars.close, &bars.volume, &bars.openint}) {
-    appendSeries(*series, numbers);
+void computeAll(const std::vector<std::string>& names, const std::vector<Arguments>& choices,
+                const Samples& samples) {
+  for (const std::string& name : names) {
+    const Function& function = every_function::functionNamed(name);
+    size_t combinations = 1;
+    for (const Arguments& choice : choices) combinations *= choice.size();
+    for (size_t k = 0; k < combinations; ++k) {
+      Arguments given;
+      size_t rest = k;
+      for (const Arguments& choice : choices) {
+        given.push_back(choice[rest % choice.size()]);
+        rest /= choice.size();
+      }
+      compute(function, samples, given);
+    }
   }
-}
-
-void finish(Call* call) {
-  std::vector<double>& numbers = call->numbers;
-  if (call->seriesCount > 0) numbers.push_back(qxGetMaxFirstValid());
-  numbers.insert(numbers.end(), call->values, call->values + call->valueCount);
-  numbers.insert(numbers.end(), call->wholes, call->wholes + call->wholeCount);
-  for (int k = 0; k < call->seriesCount; ++k) {
-    appendSeries(call->series[k], &numbers);
-    qxFreeArray(&call->series[k]);
-  }
-  print(call->name, call->parameters, numbers);
 }
 
 }  // namespace same_bits

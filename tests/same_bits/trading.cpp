@@ -2,6 +2,7 @@
 // optimisation.
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 #include "tests/same_bits/recorder.h"
 
@@ -53,16 +54,11 @@ void placeOrders(qxOrderSystem* system, const qxArray& average, double percent) 
   if (bar % 97 == 0) qxCancelOrder(system, "Dip in");
 }
 
-void appendStatistics(const qxTradeStats& s, std::vector<double>* numbers) {
-  for (const int32_t count : {s.trades, s.winners, s.losers, s.maxwinners, s.maxlosers,
-                              s.winnerbarsum, s.loserbarsum, s.winstreak, s.losestreak}) {
-    numbers->push_back(count);
-  }
-  numbers->insert(numbers->end(),
-                  {s.netprofit, s.grossprofit, s.grossloss, s.pctprofitable, s.largestwin,
-                   s.largestloss, s.averagewin, s.averageloss, s.winlossratio, s.averagetrade,
-                   s.winnerbars, s.loserbars, s.maxdrawdown, s.profitfactor, s.maxcontracts,
-                   s.accountsize, s.returnonaccount, s.prr, s.openprofit});
+// Every field, four bytes at a time.
+void appendStatistics(const qxTradeStats& statistics, std::vector<double>* numbers) {
+  uint32_t words[sizeof statistics / sizeof(uint32_t)];
+  std::memcpy(words, &statistics, sizeof words);
+  numbers->insert(numbers->end(), std::begin(words), std::end(words));
 }
 
 void printReports(const qxOrderSystem* system) {
@@ -79,7 +75,7 @@ void printReports(const qxOrderSystem* system) {
 
 void simulate(const Prices& prices, bool pyramid, double tick, double percent) {
   qxArray average = {};
-  qxSimpleMA(&prices.close, &average, 25, 0);
+  qxSimpleMA(&prices.bars.close, &average, 25, 0);
   qxOrderSystem system = {};
   qxOrderSystemInit(&system, "Same bits", &prices.bars);
   system.tick = system.tickvalue = tick;
@@ -99,7 +95,7 @@ void simulate(const Prices& prices, bool pyramid, double tick, double percent) {
     }
   }
   print("qxProcessOrders", pyramid ? " pyramid" : "", numbers);
-  compute("qxCreateTradeGraph", qxCreateTradeGraph, &system, out);
+  computeAll({"qxCreateTradeGraph"}, {{&system}});
   printReports(&system);
   qxOrderSystemClose(&system);
   qxFreeArray(&average);
@@ -136,8 +132,8 @@ void computeTrading(const Prices& prices) {
   qxFreeBars(&columns);
   qxFreeArray(&map);
   computeText("qxArrayPrintf", qxArrayPrintf, kReportFile, 0, 0, 20, "Date Close\n",
-              "%CYMDi %10.4f %8.3e %i\n", &prices.bars.date, &prices.close, &prices.upVolume,
-              &prices.volume);
+              "%CYMDi %10.4f %8.3e %i\n", &prices.bars.date, &prices.bars.close, &prices.upVolume,
+              &prices.bars.volume);
 }
 
 }  // namespace same_bits
