@@ -1,143 +1,72 @@
-#include "tests/indicators/bar_study_cases.h"
+#include "tests/indicators/study_case.h"
 
 namespace {
 
-using qxtest::BarSet;
-using qxtest::BarStudyCase;
-using qxtest::Series;
+using namespace qxtest;
 
-const BarStudyCase kCases[] = {
-    {"qxMoneyFlowIndex",
-     [](const qxBars* b, qxArray* o, int32_t s) { return qxMoneyFlowIndex(b, o, 3, s); },
-     3,
-     {0, 0, 0, 66.180874426, 26.697761194, 0, 38.9370136544, 73.2182628062, 100, 65.9541511772,
-      62.5744934446, 69.7453544391},
-     {0, 0, 0, 0, 0, 69.1588785047, 49.6644295302, 54.6827794562}},
-    {"qxKO",
-     [](const qxBars* b, qxArray* o, int32_t s) {
-       Series other;
-       return qxKO(b, o, other, 2, 4, 3, s);
-     },
-     1,
-     {0, 0, 5028.57142857, -4906.66666667, -13585.2698413, -18555.394709, 6732.01890653,
-      15154.4697481, 16399.4995853, -2962.78957478, -6045.17018685, 4550.3990739},
-     {0, 0, 0, 0, -5333.33333333, 355.555555556, -82.962962963, 1999.60493827}},
-    {"qxKO signal",
-     [](const qxBars* b, qxArray* o, int32_t s) {
-       Series other;
-       return qxKO(b, other, o, 2, 4, 3, s);
-     },
-     1,
-     {0, 0, 2514.28571429, -1196.19047619, -7390.73015873, -12973.0624339, -3120.52176367,
-      6016.9739922, 11208.2367887, 4122.72360698, -961.223289932, 1794.58789198},
-     {0, 0, 0, 0, -2666.66666667, -1155.55555556, -619.259259259, 690.172839506}},
-    {"qxWilliamsAD",
-     qxWilliamsAD,
-     1,
-     {0, 3, 0, -2, -5, -2, 1, 4, 1, -1, 2, 5},
-     {0, 0, 0, -1, -1, 2, -2, 1}},
-    {"qxHerrickPayoffIndex",
-     [](const qxBars* b, qxArray* o, int32_t s) { return qxHerrickPayoffIndex(b, o, 100, 10, s); },
-     1,
-     {0, 0.1872, 0.306153267327, 0.0599379405941, -0.153055853465, -0.262750268119, 0.204562494542,
-      0.591513652495, 0.682362287246, 0.217899643427, 0.32346816965, 0.766354997545},
-     {0, 0, 0, -0.00909090909091, -0.00818181818182, 0.0554935064935, -0.0250558441558,
-      -0.0225502597403}},
-    {"qxDemandIdx",
-     [](const qxBars* b, qxArray* o, int32_t s) { return qxDemandIdx(b, o, 3, 3, s); },
-     1,
-     {0, 73.6875851418, 47.3318079671, -11.1851757425, -44.3931750064, -21.8788804445,
-      35.4348975027, 53.357219307, 35.5973256181, -28.3212804492, 29.959023445, 55.1784930035},
-     {0, 0, 0, -99.8112925009, -47.2790332899, 31.3513633421, -43.1327677995, -13.7168050719}},
-    {"qxSwingIndex",
-     [](const qxBars* b, qxArray* o, int32_t s) { return qxSwingIndex(b, o, 3, s); },
-     1,
-     {0, 38.2352941176, -9.52380952381, -17.9487179487, -38.2352941176, 7.40740740741,
-      73.0769230769, 39.4736842105, -9.52380952381, -50, 57.1428571429, 39.4736842105},
-     {0, 0, 0, -33.3333333333, 0, 37.5, -83.3333333333, 43.75}},
-    {"qxAccumSwingIndex",
-     [](const qxBars* b, qxArray* o, int32_t s) { return qxAccumSwingIndex(b, o, 3, s); },
-     1,
-     {0, 38.2352941176, 28.7114845938, 10.7627666451, -27.4725274725, -20.0651200651, 53.0118030118,
-      92.4854872223, 82.9616776985, 32.9616776985, 90.1045348414, 129.578219052},
-     {0, 0, 0, -33.3333333333, -33.3333333333, 4.16666666667, -79.1666666667, -35.4166666667}},
+const std::vector<StudyCase> kCases = {
+    row("qxMoneyFlowIndex", study<qxMoneyFlowIndex>(), {period(3)}, {3},
+        {{0, 0, 0, 66.18087443, 26.69776119, 0, 38.93701365, 73.21826281, 100, 65.95415118,
+          62.57449344, 69.74535444}},
+        {{0, 0, 0, 0, 0, 69.1588785, 49.66442953, 54.68277946}}),
+    row("qxKO", study<qxKO>(), {period(2), period(4), period(3)}, {1, 1},
+        {{0, 0, 5028.571429, -4906.666667, -13585.26984, -18555.39471, 6732.018907, 15154.46975,
+          16399.49959, -2962.789575, -6045.170187, 4550.399074},
+         {0, 0, 2514.285714, -1196.190476, -7390.730159, -12973.06243, -3120.521764, 6016.973992,
+          11208.23679, 4122.723607, -961.2232899, 1794.587892}},
+        {{0, 0, 0, 0, -5333.333333, 355.5555556, -82.96296296, 1999.604938},
+         {0, 0, 0, 0, -2666.666667, -1155.555556, -619.2592593, 690.1728395}}),
+    row("qxWilliamsAD", study<qxWilliamsAD>(), {}, {1}, {{0, 3, 0, -2, -5, -2, 1, 4, 1, -1, 2, 5}},
+        {{0, 0, 0, -1, -1, 2, -2, 1}}),
+    row("qxHerrickPayoffIndex", study<qxHerrickPayoffIndex>(), {100, 10}, {1},
+        {{0, 0.1872, 0.3061532673, 0.05993794059, -0.1530558535, -0.2627502681, 0.2045624945,
+          0.5915136525, 0.6823622872, 0.2178996434, 0.3234681697, 0.7663549975}},
+        {{0, 0, 0, -0.009090909091, -0.008181818182, 0.05549350649, -0.02505584416,
+          -0.02255025974}}),
+    row("qxDemandIdx", study<qxDemandIdx>(), {period(3), period(3)}, {1},
+        {{0, 73.68758514, 47.33180797, -11.18517574, -44.39317501, -21.87888044, 35.4348975,
+          53.35721931, 35.59732562, -28.32128045, 29.95902344, 55.178493}},
+        {{0, 0, 0, -99.8112925, -47.27903329, 31.35136334, -43.1327678, -13.71680507}}),
+    row("qxSwingIndex", study<qxSwingIndex>(), {3}, {1},
+        {{0, 38.23529412, -9.523809524, -17.94871795, -38.23529412, 7.407407407, 73.07692308,
+          39.47368421, -9.523809524, -50, 57.14285714, 39.47368421}},
+        {{0, 0, 0, -33.33333333, 0, 37.5, -83.33333333, 43.75}}),
+    row("qxAccumSwingIndex", study<qxAccumSwingIndex>(), {3}, {1},
+        {{0, 38.23529412, 28.71148459, 10.76276665, -27.47252747, -20.06512007, 53.01180301,
+          92.48548722, 82.9616777, 32.9616777, 90.10453484, 129.5782191}},
+        {{0, 0, 0, -33.33333333, -33.33333333, 4.166666667, -79.16666667, -35.41666667}}),
+    row("qxCFTPP", study<qxCFTPP>(), {}, {1, 1, 1, 1, 1},
+        {{0, 50.66666667, 52.33333333, 53, 51.33333333, 49.66666667, 49.33333333, 52, 54.33333333,
+          55, 52.33333333, 54},
+         {0, 52.33333333, 54.66666667, 54, 52.66666667, 51.33333333, 51.66666667, 54, 56.66666667,
+          56, 53.66666667, 56},
+         {0, 53.66666667, 56.33333333, 56, 54.33333333, 53.66666667, 53.33333333, 55, 58.33333333,
+          58, 55.33333333, 57},
+         {0, 49.33333333, 50.66666667, 51, 49.66666667, 47.33333333, 47.66666667, 51, 52.66666667,
+          53, 50.66666667, 53},
+         {0, 47.66666667, 48.33333333, 50, 48.33333333, 45.66666667, 45.33333333, 49, 50.33333333,
+          52, 49.33333333, 51}}),
 };
 
-TEST(VolumeStudies, AgreeWithAnIndependentComputation) {
-  for (const BarStudyCase& c : kCases) checkStudy(c);
+TEST(VolumeStudies, WorkedCases) {
+  checkCases(kCases);
 }
 
-TEST(VolumeStudies, StayFiniteOnRealBars) {
-  checkFiniteOnRealBars(kCases);
-}
-
-TEST(VolumeStudies, RefusePeriodsBelowOne) {
-  BarSet bars(qxtest::workedBars());
-  Series a{3}, b{3};
-  for (const int32_t p : {0, -5, INT32_MIN}) {
-    EXPECT_EQ(qxMoneyFlowIndex(bars, a, p, 0), QX_ERR_INVALID_PARM);
-    EXPECT_EQ(qxKO(bars, a, b, p, 2, 2, 0), QX_ERR_INVALID_PARM);
-    EXPECT_EQ(qxKO(bars, a, b, 2, p, 2, 0), QX_ERR_INVALID_PARM);
-    EXPECT_EQ(qxKO(bars, a, b, 2, 2, p, 0), QX_ERR_INVALID_PARM);
-    EXPECT_EQ(qxDemandIdx(bars, a, p, 2, 0), QX_ERR_INVALID_PARM);
-    EXPECT_EQ(qxDemandIdx(bars, a, 2, p, 0), QX_ERR_INVALID_PARM);
-  }
-  EXPECT_EQ(a[0], 3.0) << "checks precede writes";
-  EXPECT_EQ(qxMoneyFlowIndex(bars, a, INT32_MAX, INT32_MAX), QX_SUCCESS);
-  EXPECT_EQ(qxKO(bars, a, b, INT32_MAX, 1, INT32_MAX, 0), QX_SUCCESS);
-  qxSetMaxFirstValid(0);
-}
-
-TEST(VolumeStudies, MoneyFlowLeavesNoTraceOfBarsThatLeftTheWindow) {
-  BarSet bars(qxtest::workedBars());
-  Series out;
-  qxMoneyFlowIndex(bars, out, 3, 0);
-  EXPECT_EQ(out[5], 0.0);
-  EXPECT_EQ(out[8], 100.0);
+TEST(VolumeStudies, RealPrices) {
+  checkRealPrices(kCases);
 }
 
 TEST(VolumeStudies, ZeroDivisors) {
   // Neither range nor volume, prices not above 0, no open interest, no change.
-  BarSet bars({{0, 0, 0, 0, 0, 0, 0}, {0, 0, 0, 0, 0, 0, 0}, {0, -1, -1, -1, -1, 5, 3}});
+  BarSet bars(barsFrom("0 0 0 0 0 0 / 0 0 0 0 0 0 / -1 -1 -1 -1 5 3"));
   Series out, other;
-  qxMoneyFlowIndex(bars, out, 1, 0);
-  EXPECT_TRUE(seriesNear(out, {0, 0, 0}, 0)) << "only a fall";
-  qxKO(bars, out, other, 1, 2, 3, 0);
-  EXPECT_TRUE(seriesNear(out, {0, 0, 0}, 0));
-  qxHerrickPayoffIndex(bars, out, 100, 10, 0);
-  EXPECT_TRUE(seriesNear(out, {0, 0, 100 * 5 * -1.0 / 100000 * 10 / 100}));
-  qxDemandIdx(bars, out, 1, 1, 0);
-  EXPECT_TRUE(seriesNear(out, {0, 0, 0}, 0)) << "factor 1 without a positive price";
-  qxSwingIndex(bars, out, 0, 0);
-  EXPECT_TRUE(seriesNear(out, {0, 0, 0}, 0));
-}
-
-TEST(VolumeStudies, FloorTradersLevelsComeFromTheBarBefore) {
-  BarSet bars(qxtest::workedBars());
-  Series pivot, r1, r2, s1, s2;
-  ASSERT_EQ(qxCFTPP(bars, pivot, r1, r2, s1, s2, 0), QX_SUCCESS);
-  EXPECT_TRUE(seriesNear(pivot, {0, 152 / 3.0, 157 / 3.0, 53, 154 / 3.0, 149 / 3.0, 148 / 3.0, 52,
-                                 163 / 3.0, 55, 157 / 3.0, 54}));
-  const struct {
-    const Series& level;
-    double at1, at2, at3;
-  } cases[] = {{r1, 157 / 3.0, 164 / 3.0, 54},
-               {r2, 161 / 3.0, 169 / 3.0, 56},
-               {s1, 148 / 3.0, 152 / 3.0, 51},
-               {s2, 143 / 3.0, 145 / 3.0, 50}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(c.level[0], 0.0);
-    EXPECT_TRUE(qxtest::near(c.level[1], c.at1));
-    EXPECT_TRUE(qxtest::near(c.level[2], c.at2));
-    EXPECT_TRUE(qxtest::near(c.level[3], c.at3));
-    EXPECT_EQ(c.level.record.firstvalid, 1);
-  }
-  ASSERT_EQ(qxCFTPP(bars, pivot, r1, r2, s1, s2, 10), QX_SUCCESS);
-  EXPECT_EQ(pivot[10], 0.0);
-  EXPECT_EQ(pivot[11], 54.0);
-  EXPECT_EQ(pivot.record.firstvalid, 11);
-  qxArray alias = bars->high;
-  EXPECT_EQ(qxCFTPP(bars, pivot, r1, r2, s1, &alias, 0), QX_ERR_INVALID_PARM);
+  EXPECT_TRUE(gives(qxMoneyFlowIndex(bars, out, 1, 0), out, {0, 0, 0}, 0)) << "only a fall";
+  EXPECT_TRUE(gives(qxKO(bars, out, other, 1, 2, 3, 0), out, {0, 0, 0}, 0));
+  EXPECT_TRUE(gives(qxHerrickPayoffIndex(bars, out, 100, 10, 0), out,
+                    {0, 0, 100 * 5 * -1.0 / 100000 * 10 / 100}));
+  EXPECT_TRUE(gives(qxDemandIdx(bars, out, 1, 1, 0), out, {0, 0, 0}, 0))
+      << "factor 1 without a positive price";
+  EXPECT_TRUE(gives(qxSwingIndex(bars, out, 0, 0), out, {0, 0, 0}, 0));
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <numeric>
 #include <random>
+#include <sstream>
 
 namespace qxtest {
 
@@ -29,6 +30,22 @@ Series::Series(const std::vector<double>& values, int32_t firstValid) {
   EXPECT_EQ(qxAllocArray(&record, static_cast<int32_t>(values.size())), QX_SUCCESS);
   std::copy(values.begin(), values.end(), record.data);
   record.firstvalid = firstValid;
+}
+
+std::vector<Bar> barsFrom(const std::string& text) {
+  std::vector<Bar> bars;
+  std::istringstream lines(text);
+  std::string line;
+  while (std::getline(lines, line, '/')) {
+    Bar bar = {40000.0 + static_cast<double>(bars.size()), 0, 0, 0, 0, 100, 0};
+    std::istringstream words(line);
+    std::string word;
+    for (double* cell : {&bar.open, &bar.high, &bar.low, &bar.close, &bar.volume, &bar.openint}) {
+      if (words >> word) *cell = std::stod(word);
+    }
+    bars.push_back(bar);
+  }
+  return bars;
 }
 
 BarSet::BarSet(std::initializer_list<Bar> bars) : BarSet(std::vector<Bar>(bars)) {}
@@ -96,6 +113,12 @@ const std::vector<Bar>& workedBars() {
     }
   }
   return ::testing::AssertionSuccess();
+}
+
+::testing::AssertionResult gives(int32_t status, const Series& out,
+                                 const std::vector<double>& expected, double tolerance) {
+  if (status != QX_SUCCESS) return ::testing::AssertionFailure() << "status " << status;
+  return seriesNear(out, expected, tolerance);
 }
 
 std::string samplePath(const std::string& name) {

@@ -47,6 +47,10 @@ struct Bar {
 };
 std::ostream& operator<<(std::ostream& out, const Bar& bar);
 
+// Bars written as "open high low close / open high low close 1500 / ...", the volume and the open
+// interest at will (else 100 and 0), dated from 40000 on.
+std::vector<Bar> barsFrom(const std::string& text);
+
 // A bar set that releases itself.
 struct BarSet {
   qxBars record = {};
@@ -76,6 +80,11 @@ const std::vector<Bar>& workedBars();
 // The elements in use compared one by one.
 ::testing::AssertionResult seriesNear(const Series& actual, const std::vector<double>& expected,
                                       double tolerance = 1e-9);
+
+// The same of an output, after the status of the call that filled it: EXPECT_TRUE(gives(call, out,
+// {...})).
+::testing::AssertionResult gives(int32_t status, const Series& out,
+                                 const std::vector<double>& expected, double tolerance = 1e-9);
 
 // A file of the repository's samples folder; a file of the folder that QX_TEST_DATA names, or an
 // empty text when that is unset.
