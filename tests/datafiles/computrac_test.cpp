@@ -18,9 +18,9 @@ using qxtest::TemporaryFolder;
 
 constexpr double kFirst = 36164.0;  // 4 January 1999
 
-// A folder with one instrument, S, whose data is F1.DAT.
+// A folder with one instrument, S, whose data is F1.DAT: ten bars, and two that are not counted.
 struct Instrument : TemporaryFolder {
-  explicit Instrument(const std::string& data = dataFile(7, 10, 990104, 11), int fields = 7,
+  explicit Instrument(const std::string& data = dataFile(7, 12, 990104, 11), int fields = 7,
                       char period = 'D') {
     write("master", master({{1, fields, "N", "S", period}}));
     write("F1.DAT", data);
@@ -35,7 +35,8 @@ struct Read : BarSet {
 
 TEST(CompuTrac, AnInstrumentHasFiveNames) {
   TemporaryFolder folder;
-  folder.write("master", master({{7, 7, "Alpha Beta", "ABC", 'D'}, {8, 5, "Gamma", "G H", 'W'}}));
+  folder.write("master",
+               master({{7, 7, "Alpha Beta", "ABC", 'D'}, {8, 5, "Gamma of 16 char", " G H", 'W'}}));
   folder.write("F7.DAT", dataFile(7, 3, 990104, 4));
   folder.write("f8.dat", dataFile(5, 2, 990104, 3));
   for (const char* name : {"F7.DAT", "f7.dat", "abc", "ABC@D", "abc@d", "alpha beta"}) {
@@ -46,7 +47,7 @@ TEST(CompuTrac, AnInstrumentHasFiveNames) {
     EXPECT_STREQ(read->symbol, "ABC");
     EXPECT_STREQ(read->description, "Alpha Beta");
   }
-  for (const char* name : {"G H", "g", "G H@W", "Gamma", "F8.DAT"}) {
+  for (const char* name : {"G H", "g", "G H@W", "gamma of 16 char", "F8.DAT"}) {
     Read read(folder, name);
     EXPECT_EQ(read.status, QX_SUCCESS) << name;
     EXPECT_EQ(read->frequency, QX_FREQ_WEEKLY);
@@ -60,13 +61,20 @@ TEST(CompuTrac, AnInstrumentHasFiveNames) {
 
 TEST(CompuTrac, EntriesMarkedAsFoldersAreSkipped) {
   TemporaryFolder folder;
-  std::string bytes = master({{1, 7, "Name", "ABC", 'D'}, {2, 7, "Name", "ABC", 'D'}});
+  std::string bytes = master(
+      {{1, 7, "Name", "ABC", 'D'}, {2, 7, "Name", "ABC", 'D'}, {2, 7, "Name", "UNCOUNTED", 'D'}});
+  bytes[0] = 2;
   put(bytes, 53 + 18, "<DIR>");
+  put(bytes, 2 * 53 + 18, "<dir>");
   folder.write("MASTER", bytes);
   folder.write("F2.DAT", dataFile(7, 1, 990104, 2));
   Read read(folder, "ABC");
   EXPECT_EQ(read.status, QX_SUCCESS);
   EXPECT_STREQ(read->name, "F2.DAT");
+  EXPECT_EQ(Read(folder, "UNCOUNTED").status, QX_ERR_FILE_NOT_FOUND);
+  put(bytes, 0, "\xFF\xFF");
+  folder.write("MASTER", bytes);
+  EXPECT_EQ(Read(folder, "ABC").status, QX_ERR_FILE_NOT_FOUND) << "a negative count";
 }
 
 TEST(CompuTrac, FieldsFollowPeriodAndCount) {
@@ -75,10 +83,12 @@ TEST(CompuTrac, FieldsFollowPeriodAndCount) {
     int fields;
     int place[6];  // fields of open, high, low, close, volume, open interest; 0 when absent
   };
+  const std::string letters = "iIDWMQY";  // by the code of the frequency; i is no period
   const Case cases[] = {
       {'D', 5, {0, 2, 3, 4, 5, 0}}, {'W', 6, {2, 3, 4, 5, 6, 0}}, {'M', 7, {2, 3, 4, 5, 6, 7}},
-      {'D', 8, {2, 3, 4, 5, 6, 7}}, {'I', 4, {0, 0, 0, 3, 4, 0}}, {'I', 5, {0, 0, 0, 3, 4, 5}},
-      {'I', 6, {0, 3, 4, 5, 6, 0}}, {'I', 7, {3, 4, 5, 6, 7, 0}}, {'I', 8, {3, 4, 5, 6, 7, 8}}};
+      {'Q', 8, {2, 3, 4, 5, 6, 7}}, {'Y', 5, {0, 2, 3, 4, 5, 0}}, {'i', 6, {2, 3, 4, 5, 6, 0}},
+      {'I', 4, {0, 0, 0, 3, 4, 0}}, {'I', 5, {0, 0, 0, 3, 4, 5}}, {'I', 6, {0, 3, 4, 5, 6, 0}},
+      {'I', 7, {3, 4, 5, 6, 7, 0}}, {'I', 8, {3, 4, 5, 6, 7, 8}}};
   for (const auto& [period, fields, place] : cases) {
     SCOPED_TRACE(period + std::to_string(fields));
     Read read(Instrument(dataFile(fields, 2, 990104, 3), fields, period), "S");
@@ -94,6 +104,7 @@ TEST(CompuTrac, FieldsFollowPeriodAndCount) {
     EXPECT_EQ(qxDateDiff("D", read->begindate, kFirst), 0);
     EXPECT_EQ(qxDateDiff("D", read->enddate, 36532.0), 0);  // 7 January 2000
     EXPECT_EQ(read->filetype, QX_FILE_COMPUTRAC);
+    EXPECT_EQ(read->frequency, static_cast<int32_t>(letters.find(period)));
     EXPECT_EQ(read->reccnt, 2);
   }
 }
@@ -101,8 +112,9 @@ TEST(CompuTrac, FieldsFollowPeriodAndCount) {
 TEST(CompuTrac, ADescriptionFileReplacesTheTable) {
   TemporaryFolder folder;
   folder.write("master", master({{1, 4, "N", "FOUR", 'D'}, {2, 0, "N", "NONE", 'D'}}));
-  folder.write("F1.DAT", dataFile(4, 1, 990104, 2));
+  folder.write("F1.DAT", dataFile(4, 2, 990104, 3));
   folder.write("F2.DAT", dataFile(4, 1, 990104, 2));
+  folder.write("F2.DOP", "\"DATE\"\n\"CLOSE\"\n");
   EXPECT_EQ(Read(folder, "FOUR").status, QX_ERR_FILE_READ) << "no such combination";
   EXPECT_EQ(Read(folder, "NONE").status, QX_ERR_FILE_READ) << "no fields";
   folder.write("f1.dop", "\"DATE\",0\n\n\"junk\"\n \" Close\" ,1,2\r\n\"VOLUME\"\n\"LOW\"\n");
@@ -111,8 +123,10 @@ TEST(CompuTrac, ADescriptionFileReplacesTheTable) {
   EXPECT_EQ(described->close.data[0], 30.0);
   EXPECT_EQ(described->volume.data[0], 40.0);
   EXPECT_EQ(described->low.data[0], 0.0) << "beyond the record";
-  folder.write("f1.dop", "\"DATE\"\n\"OPEN\"\n");
-  EXPECT_EQ(Read(folder, "FOUR").status, QX_ERR_FILE_READ) << "a description without close";
+  for (const char* incomplete : {"\"DATE\"\n\"OPEN\"\n", "\"CLOSE\"\n"}) {
+    folder.write("f1.dop", incomplete);
+    EXPECT_EQ(Read(folder, "FOUR").status, QX_ERR_FILE_READ) << incomplete;
+  }
 }
 
 TEST(CompuTrac, CountsAreBoundedByTheFile) {
@@ -122,7 +136,11 @@ TEST(CompuTrac, CountsAreBoundedByTheFile) {
     int32_t status, bars, records;
   } cases[] = {{"a negative count", dataFile(7, 9, 990104, 0x8005), QX_SUCCESS, 9, 9},
                {"count too large", dataFile(7, 2, 990104, 30000), QX_SUCCESS, 2, 29999},
-               {"a torn record", dataFile(7, 2, 990104, 3).substr(0, 28 * 3 - 1), QX_SUCCESS, 1, 2},
+               {"a torn record", dataFile(7, 1, 990104, 2).substr(0, 28 * 2 - 1), QX_SUCCESS, 0, 1},
+               {"a torn one among many", dataFile(7, 2000, 990104, 2001).substr(0, 28 * 2001 - 1),
+                QX_SUCCESS, 1999, 2000},
+               {"a torn one that the 8 bytes beyond the end complete",
+                dataFile(7, 9, 990104, 0x8005).substr(0, 280 - 8), QX_SUCCESS, 8, 9},
                {"count smaller than the file", dataFile(7, 5, 990104, 3), QX_SUCCESS, 2, 2},
                {"no bars", dataFile(7, 0, 990104, 1), QX_ERR_RECORD_NOT_FOUND, 0, 0},
                {"count of 0", dataFile(7, 3, 990104, 0), QX_ERR_RECORD_NOT_FOUND, 0, 0},
@@ -134,7 +152,12 @@ TEST(CompuTrac, CountsAreBoundedByTheFile) {
     EXPECT_EQ(read.status, c.status);
     EXPECT_EQ(read->barsize, c.bars);
     EXPECT_EQ(read->reccnt, c.records);
+    if (c.bars > 0) {
+      EXPECT_EQ(read->close.data[c.bars - 1], 50 + c.bars - 1);
+    }
   }
+  EXPECT_EQ(Read(Instrument(dataFile(7, 3, 990104, 0)), "S", -1).status, QX_SUCCESS)
+      << "all of none";
 }
 
 TEST(CompuTrac, RangesOfBarsAndSeries) {
@@ -146,6 +169,7 @@ TEST(CompuTrac, RangesOfBarsAndSeries) {
                 {-5, -1, {40, 41, 42, 43, 44, 45, 46, 47, 48, 49}},
                 {4, -1, {44, 45, 46, 47, 48, 49}},
                 {-1, 3, {47, 48, 49}},
+                {-1, 12, {40, 41, 42, 43, 44, 45, 46, 47, 48, 49}},
                 {8, 5, {48, 49}},
                 {2, 3, {42, 43, 44}},
                 {10, 1, {}}};
@@ -157,6 +181,10 @@ TEST(CompuTrac, RangesOfBarsAndSeries) {
     EXPECT_EQ(qxCTreadarray(series, folder, "S", 5, start, count), status);
     EXPECT_EQ(qxtest::valuesOf(read->low), lows);
     EXPECT_EQ(series.values(), lows);
+    if (count < 0) {
+      EXPECT_EQ(read->datasize, read->barsize) << "no more is allocated than is read";
+      EXPECT_EQ(series.record.datasize, read->barsize);
+    }
   }
   Read empty(folder, "S", 0, 0);
   EXPECT_EQ(empty.status, QX_SUCCESS);
@@ -197,6 +225,9 @@ TEST(CompuTrac, OddBytes) {
   ASSERT_EQ(two.status, QX_SUCCESS);
   EXPECT_STREQ(two->description, "Two");
   EXPECT_EQ(two->begindate, 0.0);
+  const std::string list = folder.file("list.txt");
+  EXPECT_EQ(qxCTlist(folder, list.c_str(), 0), QX_SUCCESS);
+  EXPECT_NE(qxtest::readFile(list).find("Daily                2000/01/07\n"), std::string::npos);
 }
 
 TEST(CompuTrac, SetsWithStorageLimitTheCount) {
@@ -255,6 +286,10 @@ TEST(CompuTrac, TheExtendedDirectoryComesSecond) {
   EXPECT_EQ(qxCTlist(folder, list.c_str(), 0), QX_ERR_FILE_NOT_FOUND);
   EXPECT_EQ(qxtest::readFile(list).find("F300"), std::string::npos);
   EXPECT_EQ(qxCTlist(folder, folder.file("no/where").c_str(), 0), QX_ERR_FILE_OPEN);
+
+  folder.write("xmaster", qxtest::extendedMaster(300, 0xBF));
+  folder.write("master", master({{1, 7, "N", "BIG", 'D'}}));
+  EXPECT_EQ(Read(folder, "BIG").status, QX_ERR_FILE_OPEN) << "the one of \"master\" has no data";
 }
 
 TEST(CompuTrac, MissingDataFileAndNulls) {

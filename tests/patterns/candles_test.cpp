@@ -22,28 +22,32 @@ Codes codesOf(const qxCandles& candles, int32_t i) {
 }
 
 TEST(Candles, ConstructClassifiesEveryBar) {
-  // The bodies 4, 0.4 and 3 average to 7.4 / 3; the bar without one is left out.
-  BarSet bars({bar(100, 112, 99, 104), bar(100, 101, 99.5, 100), bar(100, 101, 99.8, 100.4),
-               bar(103, 105.5, 94, 100)});
+  // The five bodies average to 2 exactly; the bar without one is left out.
+  BarSet bars({bar(100, 112, 99, 104), bar(100, 101, 99.5, 100), bar(100, 101, 99.8, 100.5),
+               bar(100, 100.6, 99, 100.5 + 1.0 / 1024), bar(100, 103.5, 100, 102),
+               bar(103, 105.5, 95, 100 + 1.0 / 1024)});
+  const Codes expected[] = {{2, 3, 2, 1},  // a shadow of twice the body is not long
+                            {0, 0, 2, 2},  // measured by 0.5, the tolerance
+                            {2, 0, 2, 1},  // a doji may have a colour
+                            {2, 1, 1, 2},  // the tolerance is one of the lower end
+                            {2, 1, 2, 1},  // nor is a body of the average long, 3/4 short
+                            {1, 3, 2, 2}};
   qxCandles candles = {};
   EXPECT_EQ(qxCandleConstruct(bars, &candles), QX_SUCCESS);
   EXPECT_EQ(candles.shadowlong, 2.0);
   EXPECT_EQ(candles.shadowshort, 0.75);
   EXPECT_EQ(candles.equality, 0.005);
-  EXPECT_EQ(codesOf(candles, 0), (Codes{2, 3, 2, 1})) << "a shadow of twice the body is not long";
-  EXPECT_EQ(codesOf(candles, 1), (Codes{0, 0, 2, 2})) << "measured by 0.5, the tolerance";
-  EXPECT_EQ(codesOf(candles, 2), (Codes{2, 0, 2, 1})) << "a doji may have a colour";
-  EXPECT_EQ(codesOf(candles, 3), (Codes{1, 3, 2, 2}));
+  for (int32_t i = 0; i < 6; ++i) EXPECT_EQ(codesOf(candles, i), expected[i]) << i;
   qxCandleFree(&candles);
   EXPECT_EQ(candles.codes, nullptr);
   EXPECT_EQ(candles.equality, 0.005) << "the factors stay";
 
-  candles.shadowlong = 3.0;
-  candles.equality = 0.001;
+  candles = {nullptr, 3.0, 0.25, 0.001};
   EXPECT_EQ(qxCandleConstruct(bars, &candles), QX_SUCCESS);
   EXPECT_EQ(candles.shadowlong, 3.0);
+  EXPECT_EQ(candles.shadowshort, 0.25);
   EXPECT_EQ(codesOf(candles, 1), (Codes{0, 0, 3, 3})) << "measured by 0.1";
-  EXPECT_EQ(codesOf(candles, 2), (Codes{2, 1, 2, 1}));
+  EXPECT_EQ(codesOf(candles, 2), (Codes{2, 1, 2, 2}));
   qxCandleFree(&candles);
   qxCandleFree(&candles);
   qxCandleFree(nullptr);

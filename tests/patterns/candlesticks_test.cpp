@@ -295,6 +295,8 @@ TEST(Candlesticks, FillFindsEveryTestByNameInAnyCase) {
       found += c.test(bars, candles, i);
       EXPECT_EQ(out[i], i == last ? 1.0 : 0.0) << c.name << " at " << i;
     }
+    EXPECT_EQ(qxCandleFill(bars, candles, out, c.name, last + 1, INT32_MAX), found - 1) << c.name;
+    EXPECT_EQ(qxCandleFill(bars, candles, out, c.name, INT32_MIN, last - 1), 0) << c.name;
     EXPECT_EQ(qxCandleFill(bars, candles, out, c.name, INT32_MIN, INT32_MAX), found) << c.name;
     for (int32_t i = 0; i < bars->barsize; ++i) {
       EXPECT_EQ(out[i], c.test(bars, candles, i)) << c.name << " at " << i;
