@@ -236,7 +236,7 @@ TEST(HitTest, ShapesComeBeforeChartsAndLinesLast) {
   EXPECT_EQ(p.kindAt(60, 85), QX_HIT_LINE);
 }
 
-// Areas and panes that painting never leaves so, but callers may.
+// Areas and panes as painting never leaves them, but callers may.
 TEST(HitTest, HostileNumbersAreHarmless) {
   std::mt19937 random(7);
   const int32_t numbers[] = {INT32_MIN, INT32_MIN + 1, -1000, -1, 0, 1, 2, 7, 100, INT32_MAX};
@@ -244,20 +244,17 @@ TEST(HitTest, HostileNumbersAreHarmless) {
   const auto number = [&] { return numbers[random() % 10]; };
   const auto value = [&] { return values[random() % 10]; };
   for (int32_t round = 0; round < 4000; ++round) {
-    Picture p({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
-    p.graph.barwidth = number();
-    p.graph.firstshown = number();
-    p.graph.lastshown = number();
-    p.graph.titleheight = number();
-    p.graph.area = p.graph.bararea = {number(), number(), INT32_MAX, INT32_MAX};
-    p.graph.valuearea = {};
+    Picture p({});
+    for (int32_t* setting : {&p->barwidth, &p->firstshown, &p->lastshown, &p->titleheight}) {
+      *setting = number();
+    }
+    p->area = p->bararea = {number(), number(), INT32_MAX, INT32_MAX};
+    p->valuearea = {};
     p.pane(0).pane = {number(), number(), number(), number()};
-    for (int32_t i = 0; i < 10; ++i) {
-      qxGraphChart& chart = p.chart(0, i);
-      chart.scaleflags = i % 4;
+    for (int32_t style = 0; style < 10; ++style) {
+      qxGraphChart& chart = p.add(0, style, p.series, p.bars, value(), value());
+      chart.scaleflags = style % 4;
       chart.penwidth = number();
-      chart.minimum = value();
-      chart.maximum = value();
       chart.series.firstvalid = number();
     }
     for (int32_t kind = 1; kind < 4; ++kind)

@@ -48,36 +48,24 @@ inline std::string letters(const qx::DrawList& list, const qx::DrawOp& op) {
 }
 
 inline std::string text(const qx::DrawList& list, const qx::DrawOp& op) {
-  const std::string rect = text(op.rect), pen = " " + text(op.pen), brush = " " + text(op.brush);
-  std::string points;
-  for (int32_t i = 0; i < op.pointCount; ++i) {
-    const qx::Point& point = list.points[op.firstPoint + i];
-    points += format(" %d,%d", point.x, point.y);
+  static const struct {
+    const char *name, *parts;  // rect, points (o), letters, brush, pen
+  } kForms[] = {{"fill", "rb"},     {"line", "op"},    {"rectangle", "rpb"}, {"ellipse", "rpb"},
+                {"polygon", "obp"}, {"text", "ol"},    {"frame", "r"},       {"clip", "r"},
+                {"unclip", ""},     {"invert on", ""}, {"invert off", ""}};
+  const auto& form = kForms[static_cast<int>(op.kind)];
+  std::string line = form.name;
+  for (const char* part = form.parts; *part != '\0'; ++part) {
+    if (*part == 'r') line += " " + text(op.rect);
+    if (*part == 'p') line += " " + text(op.pen);
+    if (*part == 'b') line += " " + text(op.brush);
+    if (*part == 'l') line += " '" + letters(list, op) + "'";
+    for (int32_t i = 0; *part == 'o' && i < op.pointCount; ++i) {
+      const qx::Point& point = list.points[op.firstPoint + i];
+      line += format(" %d,%d", point.x, point.y);
+    }
   }
-  switch (op.kind) {
-    case qx::DrawKind::kFill:
-      return "fill " + rect + brush;
-    case qx::DrawKind::kPolyline:
-      return "line" + points + pen;
-    case qx::DrawKind::kRectangle:
-      return "rectangle " + rect + pen + brush;
-    case qx::DrawKind::kEllipse:
-      return "ellipse " + rect + pen + brush;
-    case qx::DrawKind::kPolygon:
-      return "polygon" + points + brush + pen;
-    case qx::DrawKind::kText:
-      return "text" + points + " '" + letters(list, op) + "'";
-    case qx::DrawKind::kFrame:
-      return "frame " + rect;
-    case qx::DrawKind::kClip:
-      return "clip " + rect;
-    case qx::DrawKind::kUnclip:
-      return "unclip";
-    case qx::DrawKind::kInvertOn:
-      return "invert on";
-    default:
-      return "invert off";
-  }
+  return line;
 }
 
 struct PlannedGraph : Graph {

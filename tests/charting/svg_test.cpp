@@ -3,7 +3,7 @@
 
 #include <cstring>
 #include <filesystem>
-#include <limits>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -16,32 +16,23 @@ using qxtest::StylesGraph;
 
 // The first fault of an XML text without comments and sections, or an empty text.
 std::string xmlFault(const std::string& xml) {
+  static const std::regex kPiece(
+      R"(<\?xml [^<>]*\?>|[^<>&]+|&[\w#]{1,7};|<(/?)(\w+)(?: [\w:-]+="[^<"]*")*(/?)>)");
   std::vector<std::string> open;
-  size_t at = xml.rfind("<?xml", 0) == 0 ? xml.find("?>") + 2 : std::string::npos;
-  if (at == std::string::npos) return "no declaration";
-  while ((at = xml.find_first_of("<>&", at)) != std::string::npos) {
-    if (xml[at] == '>') return "stray '>' at " + std::to_string(at);
-    if (xml[at] == '&') {
-      const size_t end = xml.find(';', at);
-      if (end == std::string::npos || end - at > 8) return "stray '&' at " + std::to_string(at);
-      at = end + 1;
-      continue;
+  std::smatch piece;
+  for (auto at = xml.begin(); at != xml.end(); at = piece[0].second) {
+    if (!std::regex_search(at, xml.end(), piece, kPiece, std::regex_constants::match_continuous)) {
+      return "stray '" + std::string(at, std::min(at + 40, xml.end())) + "'";
     }
-    const size_t end = xml.find('>', at);
-    if (end == std::string::npos) return "an unclosed tag";
-    const std::string tag = xml.substr(at + 1, end - at - 1);
-    if (tag.find('<') != std::string::npos) return "'<' within <" + tag;
-    size_t quotes = 0;
-    for (const char c : tag) quotes += c == '"';
-    if (quotes % 2 != 0) return "an unclosed attribute in <" + tag;
-    const std::string name = tag.substr(0, tag.find_first_of(" /", 1));
-    if (tag[0] == '/') {
-      if (open.empty() || "/" + open.back() != tag) return "<" + tag + "> closes nothing";
-      open.pop_back();
-    } else if (tag.back() != '/') {
+    const std::string name = piece[2];
+    if (name.empty() || piece[3].length() != 0) continue;
+    if (piece[1].length() == 0) {
       open.push_back(name);
+    } else if (open.empty() || open.back() != name) {
+      return "</" + name + "> closes nothing";
+    } else {
+      open.pop_back();
     }
-    at = end + 1;
   }
   return open.empty() ? "" : "<" + open.back() + "> stays open";
 }
