@@ -8,9 +8,8 @@
 #include <ocidl.h>
 #include <olectl.h>
 
-#include <cstdint>
+#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -23,24 +22,19 @@ namespace {
 using qxtest::PanesGraph;
 using qxtest::StylesGraph;
 
-// A bitmap of 32 bits per pixel and a device that paints into it.
+// A bitmap of 32 bits per pixel and a device that paints into it, at first black.
 struct Canvas {
   int32_t width, height;
-  uint32_t* pixels = nullptr;
   HDC device;
   HBITMAP bitmap;
   HGDIOBJ original;
 
-  Canvas(int32_t w, int32_t h) : width(w), height(h), device(CreateCompatibleDC(nullptr)) {
+  explicit Canvas(int32_t w = 300, int32_t h = 240)
+      : width(w), height(h), device(CreateCompatibleDC(nullptr)) {
     BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = w;
-    info.bmiHeader.biHeight = -h;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader = {sizeof info.bmiHeader, w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     void* bits = nullptr;
     bitmap = CreateDIBSection(device, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    pixels = static_cast<uint32_t*>(bits);
     original = SelectObject(device, bitmap);
   }
   ~Canvas() {
@@ -51,35 +45,28 @@ struct Canvas {
   Canvas(const Canvas&) = delete;
   Canvas& operator=(const Canvas&) = delete;
 
-  uint32_t at(int32_t x, int32_t y) {
+  // The colours, as 0x00RRGGBB, from the top down.
+  std::vector<uint32_t> pixels() const {
     GdiFlush();
-    return pixels[y * width + x] & 0xFFFFFF;
+    DIBSECTION section = {};
+    GetObjectA(bitmap, sizeof section, &section);
+    const auto* first = static_cast<const uint32_t*>(section.dsBm.bmBits);
+    std::vector<uint32_t> colours(first, first + width * height);
+    for (uint32_t& colour : colours) colour &= 0xFFFFFF;
+    return colours;
+  }
+  uint32_t at(int32_t x, int32_t y) const { return pixels()[static_cast<size_t>(y * width + x)]; }
+
+  // Draws the bitmap of a file.
+  void load(const std::string& file) {
+    const HANDLE picture = LoadImageA(nullptr, file.c_str(), IMAGE_BITMAP, 0, 0,
+                                      LR_LOADFROMFILE | LR_CREATEDIBSECTION);
+    ASSERT_NE(picture, nullptr) << file;
+    EXPECT_TRUE(DrawStateA(device, nullptr, nullptr, reinterpret_cast<LPARAM>(picture), 0, 0, 0, 0,
+                           0, DST_BITMAP));
+    DeleteObject(picture);
   }
 };
-
-// The pixels of an uncompressed bitmap file with a palette of 16 colours, from the top down.
-std::vector<uint32_t> readBitmap(const std::string& file, int32_t width, int32_t height) {
-  const std::string bytes = qxtest::readFile(file, false);
-  std::vector<uint32_t> pixels;
-  if (bytes.size() < 54) return pixels;
-  const auto number = [&](size_t at) {
-    uint32_t value;
-    std::memcpy(&value, bytes.data() + at, sizeof value);
-    return value;
-  };
-  const size_t begin = number(10), palette = 14 + number(14);
-  const size_t stride = (static_cast<size_t>(width) + 7) / 8 * 4;
-  if (bytes.size() < begin + stride * static_cast<size_t>(height)) return pixels;
-  for (int32_t y = height - 1; y >= 0; --y) {
-    for (int32_t x = 0; x < width; ++x) {
-      const size_t at = begin + static_cast<size_t>(y) * stride + static_cast<size_t>(x) / 2;
-      const auto pair = static_cast<unsigned char>(bytes[at]);
-      const unsigned index = x % 2 == 0 ? pair >> 4 : pair & 0xF;
-      pixels.push_back(number(palette + 4 * size_t{index}) & 0xFFFFFF);
-    }
-  }
-  return pixels;
-}
 
 int32_t channelDistance(uint32_t a, uint32_t b) {
   int32_t most = 0;
@@ -91,82 +78,70 @@ int32_t channelDistance(uint32_t a, uint32_t b) {
   return most;
 }
 
-void writePicture(const Canvas& canvas, const char* file) {
-  std::FILE* out = std::fopen(file, "wb");
-  if (out == nullptr) return;
+// Letters may be smoothed differently; everything else stands on its pixels.
+void expectReference(qxGraph* graph, const std::string& name) {
+  Canvas canvas, reference;
+  ASSERT_EQ(qxGraphPaint(graph, canvas.device), QX_SUCCESS);
+  reference.load(QX_REFERENCES_DIR "/" + name + ".bmp");
+  const auto painted = canvas.pixels(), expected = reference.pixels();
+  size_t differing = 0;
+  for (size_t i = 0; i < painted.size(); ++i) {
+    differing += channelDistance(painted[i], expected[i]) > 48;
+  }
+  EXPECT_LE(differing * 100, painted.size());
+  if (differing * 100 <= painted.size()) return;
+  const std::string file = name + ".actual.ppm";
+  std::FILE* out = std::fopen(file.c_str(), "wb");
   std::fprintf(out, "P6 %d %d 255\n", canvas.width, canvas.height);
-  for (int32_t i = 0; i < canvas.width * canvas.height; ++i) {
-    for (int shift = 16; shift >= 0; shift -= 8) {
-      std::fputc(static_cast<int>(canvas.pixels[i] >> shift & 0xFF), out);
-    }
+  for (const uint32_t colour : painted) {
+    for (int shift = 16; shift >= 0; shift -= 8)
+      std::fputc(static_cast<int>(colour >> shift & 0xFF), out);
   }
   std::fclose(out);
-}
-
-// Letters may be smoothed differently; everything else stands on its pixels.
-void expectReference(qxGraph* graph, const char* name) {
-  Canvas canvas(graph->area.right, graph->area.bottom);
-  ASSERT_EQ(qxGraphPaint(graph, canvas.device), QX_SUCCESS);
-  GdiFlush();
-  const auto reference =
-      readBitmap(std::string(QX_REFERENCES_DIR) + "/" + name + ".bmp", canvas.width, canvas.height);
-  const size_t count = static_cast<size_t>(canvas.width) * static_cast<size_t>(canvas.height);
-  size_t differing = reference.size() == count ? 0 : count;
-  for (size_t i = 0; i < reference.size() && i < count; ++i) {
-    differing += channelDistance(canvas.pixels[i] & 0xFFFFFF, reference[i]) > 48;
-  }
-  if (differing * 100 > count) writePicture(canvas, (std::string(name) + ".actual.ppm").c_str());
-  EXPECT_LE(differing * 100, count) << name << ": " << differing << " of " << count << " pixels";
+  ADD_FAILURE() << differing << " pixels differ; the picture is kept as " << file;
 }
 
 TEST(GdiPainter, PicturesLookAsTheirReferences) {
-  PanesGraph panes;
-  expectReference(&panes.graph, "panes");
-  StylesGraph styles;
-  expectReference(&styles.graph, "styles");
+  expectReference(PanesGraph(), "panes");
+  expectReference(StylesGraph(), "styles");
 }
 
 TEST(GdiPainter, EveryObjectIsDeleted) {
   StylesGraph styles;
-  Canvas canvas(300, 240);
-  qx::GdiCounts counts = {};
-  EXPECT_EQ(qx::paintOnDevice(&styles.graph, canvas.device, &counts), QX_SUCCESS);
-  EXPECT_GT(counts.created, 10);
-  EXPECT_EQ(counts.created, counts.deleted);
+  Canvas canvas;
+  const auto expectDeleted = [&](int32_t status, int32_t least) {
+    qx::GdiCounts counts = {};
+    EXPECT_EQ(qx::paintOnDevice(styles, canvas.device, &counts), status);
+    EXPECT_GE(counts.created, least);
+    EXPECT_EQ(counts.created, counts.deleted);
+  };
+  expectDeleted(QX_SUCCESS, 11);
   // More colours than the painter keeps at once.
   for (int32_t i = 0; i < 30; ++i) {
-    styles.add(0, QX_CHART_CANDLE, nullptr, static_cast<uint32_t>(i * 1000), 0xFFFFFF, 1 + i % 3);
+    styles.addChart(0, QX_CHART_CANDLE, nullptr, static_cast<uint32_t>(i * 1000), 0xFFFFFF,
+                    1 + i % 3);
   }
-  counts = {};
-  EXPECT_EQ(qx::paintOnDevice(&styles.graph, canvas.device, &counts), QX_SUCCESS);
-  EXPECT_GT(counts.created, 40);
-  EXPECT_EQ(counts.created, counts.deleted);
+  expectDeleted(QX_SUCCESS, 41);
   // A picture that cannot be planned.
-  styles.graph.area = {0, 0, -1, 5};
-  counts = {};
-  EXPECT_EQ(qx::paintOnDevice(&styles.graph, canvas.device, &counts), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(counts.created, counts.deleted);
+  styles->area = {0, 0, -1, 5};
+  expectDeleted(QX_ERR_INVALID_PARM, 0);
 }
 
 TEST(GdiPainter, TwentyThousandPaintingsStillPaint) {
   PanesGraph panes;
-  panes.graph.area = {0, 0, 90, 100};
-  Canvas canvas(90, 100);
-  ASSERT_EQ(qxGraphPaint(&panes.graph, canvas.device), QX_SUCCESS);
-  GdiFlush();
-  const std::vector<uint32_t> first(canvas.pixels, canvas.pixels + 90 * 100);
+  panes->area = {0, 0, 90, 100};
+  Canvas first(90, 100), last(90, 100);
+  ASSERT_EQ(qxGraphPaint(panes, first.device), QX_SUCCESS);
   for (int i = 0; i < 20000; ++i) {
-    ASSERT_EQ(qxGraphPaint(&panes.graph, canvas.device), QX_SUCCESS) << i;
+    ASSERT_EQ(qxGraphPaint(panes, first.device), QX_SUCCESS) << i;
   }
-  std::memset(canvas.pixels, 0, 90 * 100 * sizeof(uint32_t));
-  ASSERT_EQ(qxGraphPaint(&panes.graph, canvas.device), QX_SUCCESS);
-  GdiFlush();
-  EXPECT_EQ(std::vector<uint32_t>(canvas.pixels, canvas.pixels + 90 * 100), first);
+  ASSERT_EQ(qxGraphPaint(panes, last.device), QX_SUCCESS);
+  EXPECT_EQ(first.pixels(), last.pixels());
 }
 
 TEST(GdiPainter, TheDeviceIsLeftAsItWas) {
   PanesGraph panes;
-  Canvas canvas(300, 240);
+  Canvas canvas;
   SetTextColor(canvas.device, 0x123456);
   SetTextAlign(canvas.device, TA_CENTER);
   SetROP2(canvas.device, R2_NOT);
@@ -175,10 +150,9 @@ TEST(GdiPainter, TheDeviceIsLeftAsItWas) {
   const HGDIOBJ font = GetCurrentObject(canvas.device, OBJ_FONT);
   // The caller's clip limits the painting and is still there afterwards.
   IntersectClipRect(canvas.device, 0, 0, 1, 1);
-  const HRGN clip = CreateRectRgn(100, 100, 200, 200);
+  const HRGN clip = CreateRectRgn(100, 100, 200, 200), after = CreateRectRgn(0, 0, 0, 0);
   SelectClipRgn(canvas.device, clip);
-  const HRGN after = CreateRectRgn(0, 0, 0, 0);
-  EXPECT_EQ(qxGraphPaint(&panes.graph, canvas.device), QX_SUCCESS);
+  EXPECT_EQ(qxGraphPaint(panes, canvas.device), QX_SUCCESS);
   EXPECT_EQ(GetTextColor(canvas.device), 0x123456U);
   EXPECT_EQ(GetTextAlign(canvas.device), static_cast<UINT>(TA_CENTER));
   EXPECT_EQ(GetROP2(canvas.device), R2_NOT);
@@ -195,46 +169,45 @@ TEST(GdiPainter, TheDeviceIsLeftAsItWas) {
 
 TEST(GdiPainter, AreasThatDevicesGive) {
   PanesGraph panes;
+  const auto expectArea = [&](HDC device, int32_t width, int32_t height) {
+    panes->area = {0, 0, 0, 0};
+    EXPECT_EQ(qxGraphPaint(panes, device), QX_SUCCESS);
+    EXPECT_EQ(panes->area.right, width);
+    EXPECT_EQ(panes->area.bottom, height);
+  };
   // A device of no window counts as a page.
-  Canvas canvas(300, 240);
-  panes.graph.area = {0, 0, 0, 0};
-  EXPECT_EQ(qxGraphPaint(&panes.graph, canvas.device), QX_SUCCESS);
-  EXPECT_EQ(panes.graph.area.right, GetDeviceCaps(canvas.device, HORZRES));
-  EXPECT_EQ(panes.graph.area.bottom, GetDeviceCaps(canvas.device, VERTRES));
-
+  Canvas canvas;
+  expectArea(canvas.device, GetDeviceCaps(canvas.device, HORZRES),
+             GetDeviceCaps(canvas.device, VERTRES));
   const HWND window =
       CreateWindowA("STATIC", "", WS_POPUP, 10, 20, 123, 97, nullptr, nullptr, nullptr, nullptr);
   if (window != nullptr) {
     const HDC device = GetDC(window);
-    panes.graph.area = {0, 0, 0, 0};
-    EXPECT_EQ(qxGraphPaint(&panes.graph, device), QX_SUCCESS);
-    EXPECT_EQ(panes.graph.area.right, 123);
-    EXPECT_EQ(panes.graph.area.bottom, 97);
+    expectArea(device, 123, 97);
     ReleaseDC(window, device);
     DestroyWindow(window);
   }
-  EXPECT_EQ(qxGraphPaint(&panes.graph, nullptr), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxGraphPaint(panes, nullptr), QX_ERR_INVALID_PARM);
   EXPECT_EQ(qxGraphPaint(nullptr, canvas.device), QX_ERR_INVALID_PARM);
 }
 
 TEST(GdiPainter, HeaderAndFooterAlone) {
   PanesGraph panes;
-  Canvas canvas(300, 240);
-  ASSERT_EQ(qxGraphPaint(&panes.graph, canvas.device), QX_SUCCESS);
-  std::memset(canvas.pixels, 0, 300 * 240 * sizeof(uint32_t));
-  EXPECT_EQ(qxGraphRefreshHeadFoot(&panes.graph, canvas.device), QX_SUCCESS);
+  Canvas whole, canvas;
+  ASSERT_EQ(qxGraphPaint(panes, whole.device), QX_SUCCESS);
+  EXPECT_EQ(qxGraphRefreshHeadFoot(panes, canvas.device), QX_SUCCESS);
   EXPECT_EQ(canvas.at(250, 8), 0xD8D8D8U);
   EXPECT_EQ(canvas.at(250, 232), 0xD8D8D8U);
   EXPECT_EQ(canvas.at(150, 120), 0U);
   qxGraph fresh = {};
   EXPECT_EQ(qxGraphRefreshHeadFoot(&fresh, canvas.device), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxGraphRefreshHeadFoot(&panes.graph, nullptr), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxGraphRefreshHeadFoot(panes, nullptr), QX_ERR_INVALID_PARM);
 }
 
 TEST(GdiPainter, PicturesAreOlePictures) {
   PanesGraph panes;
-  panes.graph.area = {100, 50, 400, 290};  // the picture shows the area wherever it lies
-  auto* dispatch = static_cast<IDispatch*>(qxGraphPaintPicture(&panes.graph));
+  panes->area = {100, 50, 400, 290};  // the picture shows the area wherever it lies
+  auto* dispatch = static_cast<IDispatch*>(qxGraphPaintPicture(panes));
   ASSERT_NE(dispatch, nullptr);
   constexpr IID kPicture = {
       0x7BF80980, 0xBF32, 0x101A, {0x8B, 0xBB, 0x00, 0xAA, 0x00, 0x30, 0x0C, 0xAB}};
@@ -259,10 +232,10 @@ TEST(GdiPainter, PicturesAreOlePictures) {
   picture->Release();
   EXPECT_EQ(dispatch->Release(), 0U);
 
-  panes.graph.area = {0, 0, 0, 0};
-  EXPECT_EQ(qxGraphPaintPicture(&panes.graph), nullptr);
-  panes.graph.area = {0, 0, 1 << 23, 1 << 23};
-  EXPECT_EQ(qxGraphPaintPicture(&panes.graph), nullptr);
+  for (const qxRect area : {qxRect{0, 0, 0, 0}, qxRect{0, 0, 1 << 23, 1 << 23}}) {
+    panes->area = area;
+    EXPECT_EQ(qxGraphPaintPicture(panes), nullptr);
+  }
   EXPECT_EQ(qxGraphPaintPicture(nullptr), nullptr);
 }
 
