@@ -14,10 +14,9 @@ std::string shown(int32_t code, const std::string& text) {
 TEST(ErrMessageBox, ShowsTheStatusAndAsMuchOfTheTextAsFits) {
   EXPECT_EQ(shown(QX_ERR_FILE_OPEN, "prices.txt"), "File Open prices.txt\n");
   EXPECT_EQ(shown(7, ""), "Unknown \n");
-  const std::string head = "Malloc ";
-  const std::string fits(1023 - head.size(), 'x');
-  EXPECT_EQ(shown(QX_ERR_MALLOC, fits), head + fits + "\n");
-  EXPECT_EQ(shown(QX_ERR_MALLOC, fits + "yz"), head + fits + "\n");
+  const std::string fits(1023 - std::string("Malloc ").size(), 'x');
+  EXPECT_EQ(shown(QX_ERR_MALLOC, fits), "Malloc " + fits + "\n");
+  EXPECT_EQ(shown(QX_ERR_MALLOC, fits + "yz"), "Malloc " + fits + "\n");
   EXPECT_EQ(qxErrMessageBox(QX_SUCCESS, nullptr), 0);
 }
 

@@ -16,7 +16,6 @@ struct Box {
   HWND window = nullptr;
   std::string title, text;
   int buttons = 0;
-  HWND button = nullptr;
 };
 
 std::string windowText(HWND window) {
@@ -25,26 +24,12 @@ std::string windowText(HWND window) {
   return text;
 }
 
-std::string windowClass(HWND window) {
+BOOL CALLBACK noteDialog(HWND window, LPARAM box) {
   char name[64] = "";
   GetClassNameA(window, name, sizeof name);
-  return name;
-}
-
-BOOL CALLBACK noteDialog(HWND window, LPARAM box) {
-  const bool dialog = windowClass(window) == "#32770" && IsWindowVisible(window) != 0;
+  const bool dialog = std::string(name) == "#32770" && IsWindowVisible(window) != 0;
   if (dialog) reinterpret_cast<Box*>(box)->window = window;
   return dialog ? FALSE : TRUE;
-}
-
-BOOL CALLBACK noteChild(HWND child, LPARAM address) {
-  Box* box = reinterpret_cast<Box*>(address);
-  if (windowClass(child) == "Static") box->text += windowText(child);
-  if (windowClass(child) == "Button" && IsWindowVisible(child) != 0) {
-    ++box->buttons;
-    box->button = child;
-  }
-  return TRUE;
 }
 
 // Waits for a dialog of the thread, whatever its title, so that a wrong one does not stay open.
@@ -55,8 +40,19 @@ void readAndClose(DWORD thread, Box* box) {
   }
   if (box->window == nullptr) return;
   box->title = windowText(box->window);
-  EnumChildWindows(box->window, noteChild, reinterpret_cast<LPARAM>(box));
-  PostMessageA(box->button, BM_CLICK, 0, 0);
+  const auto next = [&](HWND child, const char* kind) {
+    return FindWindowExA(box->window, child, kind, nullptr);
+  };
+  for (HWND text = next(nullptr, "Static"); text != nullptr; text = next(text, "Static")) {
+    box->text += windowText(text);
+  }
+  HWND pressed = nullptr;
+  for (HWND button = next(nullptr, "Button"); button != nullptr; button = next(button, "Button")) {
+    if (IsWindowVisible(button) == 0) continue;
+    ++box->buttons;
+    pressed = button;
+  }
+  PostMessageA(pressed, BM_CLICK, 0, 0);
 }
 
 Box shown(int32_t code, const std::string& text) {
@@ -73,9 +69,8 @@ TEST(ErrMessageBox, OpensABoxWithTheStatusAndAsMuchOfTheTextAsFits) {
   EXPECT_EQ(box.text, "File Open prices.txt");
   EXPECT_EQ(box.buttons, 1);
 
-  const std::string head = "Malloc ";
-  const std::string fits(1023 - head.size(), 'x');
-  EXPECT_EQ(shown(QX_ERR_MALLOC, fits + "yz").text, head + fits);
+  const std::string fits = "Malloc " + std::string(1023 - 7, 'x');
+  EXPECT_EQ(shown(QX_ERR_MALLOC, fits.substr(7) + "yz").text, fits);
   EXPECT_EQ(qxErrMessageBox(QX_SUCCESS, nullptr), 0);
 }
 
