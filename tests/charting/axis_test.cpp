@@ -174,9 +174,7 @@ struct DatedGraph : qxtest::PlannedGraph {
 };
 
 Labels dateLabels(const std::vector<double>& dates, int32_t frequency, int32_t barWidth) {
-  DatedGraph dated(dates, frequency, barWidth);
-  dated.plan();
-  return dated.textsIn(dated.graph.datearea);
+  return DatedGraph(dates, frequency, barWidth).texts();
 }
 
 std::vector<double> every(double first, double step, int32_t count) {

@@ -3,6 +3,7 @@
 #ifndef QUORVEX_TESTS_CHARTING_PLANNED_GRAPH_H
 #define QUORVEX_TESTS_CHARTING_PLANNED_GRAPH_H
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -43,10 +44,6 @@ inline std::string text(const qx::Brush& brush) {
   return format("pattern %04X %X/%X", brush.pattern, brush.colour, brush.second);
 }
 
-inline std::string letters(const qx::DrawList& list, const qx::DrawOp& op) {
-  return {list.chars + op.firstChar, static_cast<size_t>(op.charCount)};
-}
-
 inline std::string text(const qx::DrawList& list, const qx::DrawOp& op) {
   static const struct {
     const char *name, *parts;  // rect, points (o), letters, brush, pen
@@ -59,7 +56,10 @@ inline std::string text(const qx::DrawList& list, const qx::DrawOp& op) {
     if (*part == 'r') line += " " + text(op.rect);
     if (*part == 'p') line += " " + text(op.pen);
     if (*part == 'b') line += " " + text(op.brush);
-    if (*part == 'l') line += " '" + letters(list, op) + "'";
+    if (*part == 'l') {
+      line +=
+          " '" + std::string(list.chars + op.firstChar, static_cast<size_t>(op.charCount)) + "'";
+    }
     for (int32_t i = 0; *part == 'o' && i < op.pointCount; ++i) {
       const qx::Point& point = list.points[op.firstPoint + i];
       line += format(" %d,%d", point.x, point.y);
@@ -98,24 +98,20 @@ struct PlannedGraph : Graph {
 
   // The operations between the pane's clip and the end of it.
   Lines planPane() {
-    Lines inside;
-    bool clipped = false;
-    for (const std::string& line : plan()) {
-      if (line == "unclip") clipped = false;
-      if (clipped) inside.push_back(line);
-      if (line.rfind("clip", 0) == 0) clipped = true;
-    }
-    return inside;
+    const Lines lines = plan();
+    const auto clip = std::find_if(lines.begin(), lines.end(), [](const std::string& line) {
+      return line.starts_with("clip");
+    });
+    return Lines(clip + 1, std::find(clip, lines.end(), "unclip"));
   }
 
-  // The texts whose anchor lies in a rectangle, in the order in which they are drawn.
-  Lines textsIn(const qxRect& area) {
+  // The texts of the graph, in the order in which they are drawn.
+  Lines texts() {
     Lines texts;
-    for (int64_t i = 0; i < list.opCount; ++i) {
-      const qx::DrawOp& op = list.ops[i];
-      if (op.kind != qx::DrawKind::kText) continue;
-      const qx::Point at = list.points[op.firstPoint];
-      if (qx::contains(area, at.x, at.y)) texts.push_back(letters(list, op));
+    for (const std::string& line : plan()) {
+      const size_t quote = line.find('\'');
+      if (quote != std::string::npos)
+        texts.push_back(line.substr(quote + 1, line.size() - quote - 2));
     }
     return texts;
   }

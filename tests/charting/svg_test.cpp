@@ -99,12 +99,12 @@ TEST(Svg, BadInputsWriteNoFile) {
   }
 }
 
-TEST(Svg, AnAreaAnywherePaintsTheSamePicture) {
+TEST(Svg, TheViewIsTheArea) {
   PanesGraph panes;
   paint(panes);
   const qxRect bars = panes->bararea;
   panes->area = {-1000, 500, -700, 740};
-  EXPECT_EQ(xmlFault(paint(panes)), "");
+  EXPECT_NE(paint(panes).find("viewBox=\"-1000 500 300 240\""), std::string::npos);
   EXPECT_EQ(panes->bararea.left, bars.left - 1000);
   EXPECT_EQ(panes->bararea.bottom, bars.bottom + 500);
 }
@@ -114,19 +114,6 @@ TEST(Svg, PaintingTwiceIsTheSame) {
   PanesGraph panes;
   const std::string first = paint(panes);
   for (int i = 0; i < 3; ++i) EXPECT_EQ(paint(panes), first);
-}
-
-TEST(Svg, PaintedChartsAreHitWhereTheyAre) {
-  PanesGraph panes;
-  paint(panes);
-  int32_t x, y;
-  ASSERT_EQ(qxGraphGetXYpos(panes, 0, 0, 20, panes.bars->high.data[20], &x, &y), 0);
-  qxGraphInfo info;
-  EXPECT_EQ(qxGraphGetXYinfo(panes, nullptr, x, y, &info), 0);
-  EXPECT_EQ(info.kind, QX_HIT_CHART);
-  EXPECT_EQ(info.subwin, 0);
-  EXPECT_EQ(static_cast<int32_t>(info.bar), 20);
-  EXPECT_EQ(info.x, x);
 }
 
 #ifndef _WIN32
