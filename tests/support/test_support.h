@@ -40,6 +40,12 @@ struct Series {
   std::vector<double> values() const { return valuesOf(record); }
 };
 
+// A date number.
+inline double dateOf(int32_t year, int32_t month, int32_t day, int32_t hour = 0, int32_t minute = 0,
+                     int32_t second = 0) {
+  return qxYMDtoDate(year, month, day, hour, minute, second);
+}
+
 // One bar as written in a test.
 struct Bar {
   double date, open, high, low, close, volume, openint;
