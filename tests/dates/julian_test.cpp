@@ -1,22 +1,23 @@
+#include <functional>
 #include <string>
+#include <tuple>
 
 #include "tests/support/test_support.h"
 
 namespace {
 
-std::string dateText(double date, int16_t layout, const char* separator) {
+using namespace qxtest;
+
+std::string textOf(decltype(&qxJulianToDateTxt) write, double date, int16_t layout,
+                   const char* separator) {
   char text[256] = "x";
-  const int32_t length = qxJulianToDateTxt(date, layout, separator, text);
+  const int32_t length = write(date, layout, separator, text);
   EXPECT_EQ(static_cast<size_t>(length), std::string(text).size());
   return text;
 }
 
-std::string timeText(double date, int16_t layout, const char* separator) {
-  char text[256] = "x";
-  const int32_t length = qxJulianToTimeTxt(date, layout, separator, text);
-  EXPECT_EQ(static_cast<size_t>(length), std::string(text).size());
-  return text;
-}
+const auto dateText = std::bind_front(textOf, qxJulianToDateTxt);
+const auto timeText = std::bind_front(textOf, qxJulianToTimeTxt);
 
 TEST(Julian, PartsAndDifferences) {
   EXPECT_EQ(qxYMDToJulian(1900, 1, 1), 2.0);
@@ -40,7 +41,7 @@ TEST(Julian, PartsAndDifferences) {
 }
 
 TEST(Julian, TextIsReadInTheOrderOfItsLayout) {
-  const double date = qxYMDtoDate(1999, 12, 31, 0, 0, 0);
+  const double date = dateOf(1999, 12, 31);
   const char* const texts[] = {"99/12/31", "1999-12-31", "12/31/99", "12.31.1999",
                                "31/12/99", "31.12.1999", "991231",   "19991231",
                                "123199",   "12311999",   "311299",   "31121999"};
@@ -48,7 +49,7 @@ TEST(Julian, TextIsReadInTheOrderOfItsLayout) {
     EXPECT_EQ(qxDateTxtToJulian(texts[layout - 1], layout), date) << layout;
     EXPECT_EQ(qxDateTxtVal(texts[layout - 1], layout), 1) << layout;
   }
-  for (const int16_t unknown : {int16_t{0}, int16_t{13}, int16_t{INT16_MIN}}) {
+  for (const int16_t unknown : std::initializer_list<int16_t>{0, 13, INT16_MIN}) {
     EXPECT_EQ(qxDateTxtToJulian("1999-12-31", unknown), date);
   }
   EXPECT_EQ(qxDateTxtVal("1999-12-32", 2), 0);
@@ -58,7 +59,7 @@ TEST(Julian, TextIsReadInTheOrderOfItsLayout) {
 }
 
 TEST(Julian, TextIsWrittenUnderALayout) {
-  const double date = qxYMDtoDate(2001, 2, 3, 0, 0, 0) + 0.765625;  // 18:22:30
+  const double date = dateOf(2001, 2, 3) + 0.765625;  // 18:22:30
   const char* const texts[] = {"01/02/03", "2001/02/03", "02/03/01", "02/03/2001",
                                "03/02/01", "03/02/2001", "010203",   "20010203",
                                "020301",   "02032001",   "030201",   "03022001"};
@@ -66,14 +67,14 @@ TEST(Julian, TextIsWrittenUnderALayout) {
     EXPECT_EQ(dateText(date, layout, "/"), texts[layout - 1]) << layout;
   }
   EXPECT_EQ(dateText(2.0, 3, "-"), "01-01-00");
-  EXPECT_EQ(timeText(date, 1, ":"), "18:22:30");
-  EXPECT_EQ(timeText(date, 2, ":"), "18:22");
-  EXPECT_EQ(timeText(date, 3, ":"), "182230");
-  EXPECT_EQ(timeText(date, 4, ":"), "1822");
+  const char* const times[] = {"18:22:30", "18:22", "182230", "1822"};
+  for (int16_t layout = 1; layout <= 4; ++layout) {
+    EXPECT_EQ(timeText(date, layout, ":"), times[layout - 1]) << layout;
+  }
 }
 
 TEST(Julian, SeparatorsOfAnyKind) {
-  const double date = qxYMDtoDate(2001, 2, 3, 0, 0, 0);
+  const double date = dateOf(2001, 2, 3);
   EXPECT_EQ(dateText(date, 2, nullptr), "20010203");
   EXPECT_EQ(dateText(date, 2, ""), "20010203");
   const std::string wide(100, '.');
@@ -81,20 +82,22 @@ TEST(Julian, SeparatorsOfAnyKind) {
   EXPECT_EQ(dateText(date, 6, " of "), "03 of 02 of 2001");
   // The layout becomes "YYyMMyDD": the first run of Y has three letters, the second one.
   EXPECT_EQ(dateText(date, 1, "y"), "01020103");
-  EXPECT_EQ(dateText(date, 0, "/"), "");
-  EXPECT_EQ(dateText(date, 13, "/"), "");
+  for (const int16_t unknown : std::initializer_list<int16_t>{INT16_MIN, -1, 0, 13}) {
+    EXPECT_EQ(dateText(date, unknown, "/"), "");
+    EXPECT_EQ(timeText(date, unknown, "/"), "");
+  }
   EXPECT_EQ(timeText(date, 5, "/"), "");
-  EXPECT_EQ(timeText(date, -1, "/"), "");
 }
 
 TEST(Julian, NullArguments) {
-  EXPECT_EQ(qxDateTxtToJulian(nullptr, 1), 0.0);
-  EXPECT_EQ(qxDateTxtVal(nullptr, 1), 0);
-  EXPECT_EQ(qxDateTxtDif(nullptr, "1999-12-31", 2, 2), 0);
-  EXPECT_EQ(qxTimeTxtToJulian(nullptr), 0.0);
-  EXPECT_EQ(qxTimeTxtDif("9:00", nullptr), 0);
-  EXPECT_EQ(qxJulianToDateTxt(1.0, 1, "/", nullptr), 0);
-  EXPECT_EQ(qxJulianToTimeTxt(1.0, 1, "/", nullptr), 0);
+  char text[256] = "";
+  expectNullsRefused("qxDateTxtToJulian", qxDateTxtToJulian, 0.0, "1999-12-31", 2);
+  expectNullsRefused("qxDateTxtVal", qxDateTxtVal, 0, "1999-12-31", 2);
+  expectNullsRefused("qxDateTxtDif", qxDateTxtDif, 0, "1999-12-30", "1999-12-31", 2, 2);
+  expectNullsRefused("qxTimeTxtToJulian", qxTimeTxtToJulian, 0.0, "9:00");
+  expectNullsRefused("qxTimeTxtDif", qxTimeTxtDif, 0, "9:00", "10:00");
+  expectNullsRefused("qxJulianToDateTxt", qxJulianToDateTxt, 0, 1.0, 1, nullptr, text);
+  expectNullsRefused("qxJulianToTimeTxt", qxJulianToTimeTxt, 0, 1.0, 1, nullptr, text);
   qxJulianToYMD(1.0, nullptr, nullptr, nullptr);
   qxJulianToHMS(1.0, nullptr, nullptr, nullptr);
 }
