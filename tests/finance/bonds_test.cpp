@@ -1,11 +1,11 @@
 #include <cmath>
-#include <limits>
+#include <tuple>
 
 #include "tests/support/test_support.h"
 
 namespace {
 
-using qxtest::near;
+using namespace qxtest;
 
 constexpr double kToday = 40000.0;
 
@@ -23,7 +23,7 @@ TEST(TimeValue, CompoundInterest) {
 }
 
 TEST(TimeValue, WithoutPeriodsMinusOne) {
-  for (int32_t periods : {0, -1, INT32_MIN}) {
+  for (const int32_t periods : {0, -1, INT32_MIN}) {
     qxTimeValue tv = {100, 12, 1, periods};
     EXPECT_EQ(qxFutureValue(&tv), -1.0);
     EXPECT_EQ(qxPresentValue(&tv), -1.0);
@@ -36,7 +36,7 @@ TEST(TimeValue, Annuities) {
   qxTimeValue tv = {250, 6, 10, 0};
   EXPECT_TRUE(near(qxFutureValueAnnuity(&tv), 3295.1987355952274, 1e-13));
   EXPECT_TRUE(near(qxPresentValueAnnuity(&tv), 1840.0217628536757, 1e-13));
-  for (double rate : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
+  for (double rate : {0.0, -1.0, kNaN}) {
     tv.rate = rate;
     EXPECT_EQ(qxPresentValueAnnuity(&tv), -1.0);
   }
@@ -45,40 +45,28 @@ TEST(TimeValue, Annuities) {
 }
 
 TEST(Bonds, PricingOverTheRemainingPayments) {
-  struct Row {
-    int32_t payments, days;
-    double value;
-  };
   // 913 days round up to three years, 912 down to two. With thirds of a year the sixth time misses
   // 2, with twelfths the last misses 2 and 3: the face value is left out.
-  const Row rows[] = {{1, 1000, 1027.2324802937046},
-                      {1, 912, 1018.59410430839},
-                      {2, 1000, 1029.2500048539578},
-                      {2, 913, 1029.2500048539578},
-                      {2, 912, 1019.9716527987769},
-                      {4, 1000, 1030.2649947678883},
-                      {3, 913, 1029.9262034649507},
-                      {3, 912, 113.40387696092134},
-                      {12, 1000, 162.7871748712036},
-                      {12, 912, 114.09879335906767},
-                      {2, 182, 0},
-                      {2, -900, 0},
-                      {0, 1000, 0},
-                      {-2, 1000, 0},
-                      {INT32_MIN, 1000, 0}};
-  for (const Row& row : rows) {
-    const qxBond bond = {1000, 990, 60, row.payments, kToday + row.days + 0.25};
-    EXPECT_TRUE(near(qxBondPricing(&bond, 5, kToday + 0.75), row.value, 1e-13))
-        << row.payments << " payments, " << row.days << " days";
+  const std::tuple<int32_t, int32_t, double> rows[] = {
+      {1, 1000, 1027.2324802937046}, {1, 912, 1018.59410430839},   {2, 1000, 1029.2500048539578},
+      {2, 913, 1029.2500048539578},  {2, 912, 1019.9716527987769}, {4, 1000, 1030.2649947678883},
+      {3, 913, 1029.9262034649507},  {3, 912, 113.40387696092134}, {12, 1000, 162.7871748712036},
+      {12, 912, 114.09879335906767}};
+  const auto price = [](int32_t payments, int32_t days) {
+    const qxBond bond = {1000, 990, 60, payments, kToday + days + 0.25};
+    return qxBondPricing(&bond, 5, kToday + 0.75);
+  };
+  for (const auto& [payments, days, value] : rows) {
+    EXPECT_TRUE(near(price(payments, days), value, 1e-13)) << payments << ", " << days;
   }
+  for (const int32_t days : {182, -900}) EXPECT_EQ(price(2, days), 0.0) << days;
+  for (const int32_t payments : {0, -2, INT32_MIN}) EXPECT_EQ(price(payments, 1000), 0.0);
   const qxBond year = {100, 0, 10, 1, kToday + 365};
   EXPECT_TRUE(near(qxBondPricing(&year, 10, kToday), 100, 1e-13));
 }
 
 TEST(Bonds, PricingEndsWhateverItIsGiven) {
-  const double infinity = std::numeric_limits<double>::infinity();
-  const double farAway[] = {1e18, infinity, -infinity, std::numeric_limits<double>::quiet_NaN()};
-  for (double maturity : farAway) {
+  for (const double maturity : {1e18, kInfinity, -kInfinity, kNaN}) {
     const qxBond bond = {100, 100, 5, INT32_MAX, maturity};
     qxBondPricing(&bond, 5, -maturity);
     const qxBond yearly = {100, 100, 5, 1, maturity};
@@ -108,17 +96,14 @@ TEST(Bonds, InterestAndYields) {
 }
 
 TEST(Bonds, NullRecordsGiveZero) {
-  EXPECT_EQ(qxFutureValue(nullptr), 0.0);
-  EXPECT_EQ(qxPresentValue(nullptr), 0.0);
-  EXPECT_EQ(qxFutureValuePrinc(nullptr, 1), 0.0);
-  EXPECT_EQ(qxFutureValueInt(nullptr, 1), 0.0);
-  EXPECT_EQ(qxFutureValueAnnuity(nullptr), 0.0);
-  EXPECT_EQ(qxPresentValueAnnuity(nullptr), 0.0);
-  EXPECT_EQ(qxBondPricing(nullptr, 1, 1), 0.0);
-  EXPECT_EQ(qxBondDuration(nullptr, 1, 1), 0.0);
-  EXPECT_EQ(qxYieldtoMaturity(nullptr, 1), 0.0);
-  EXPECT_EQ(qxTBillDiscYield(nullptr, 1), 0.0);
-  EXPECT_EQ(qxTBillBondEqYield(nullptr, 1), 0.0);
+  for (auto* value : {qxFutureValue, qxPresentValue, qxFutureValueAnnuity, qxPresentValueAnnuity}) {
+    EXPECT_EQ(value(nullptr), 0.0);
+  }
+  for (auto* value : {qxFutureValuePrinc, qxFutureValueInt}) EXPECT_EQ(value(nullptr, 1), 0.0);
+  for (auto* value : {qxBondPricing, qxBondDuration}) EXPECT_EQ(value(nullptr, 1, 1), 0.0);
+  for (auto* yield : {qxYieldtoMaturity, qxTBillDiscYield, qxTBillBondEqYield}) {
+    EXPECT_EQ(yield(nullptr, 1), 0.0);
+  }
 }
 
 }  // namespace

@@ -1,18 +1,19 @@
 #include <cmath>
 #include <cstring>
-#include <limits>
 
 #include "tests/support/test_support.h"
 
 namespace {
 
-using qxtest::near;
+using namespace qxtest;
 
 constexpr double kUntouched = -77.0;
 
 qxOptionLeg leg(double premium, double strike, int32_t type) {
   return {premium, strike, type, 0};
 }
+
+using Evaluate = int32_t (*)(qxOptionStrategy*);
 
 // A strategy whose results and moves can be told from stored ones.
 qxOptionStrategy strategy(double price) {
@@ -33,27 +34,22 @@ TEST(Options, CumulativeNormalFollowsTheCurve) {
       EXPECT_TRUE(near(qxApprxCumProbDist(x) + qxApprxCumProbDist(-x), 1, 1e-15)) << x;
     }
   }
-  EXPECT_EQ(qxApprxCumProbDist(std::numeric_limits<double>::infinity()), 1.0);
+  EXPECT_EQ(qxApprxCumProbDist(kInfinity), 1.0);
 }
 
 TEST(Options, BlackScholesValues) {
-  struct Row {
-    int32_t type;
-    double price, strike, rate, variance;
-    int32_t days;
-    double value;
-  };
-  const Row rows[] = {{1, 100, 95, 5, 0.04, 180, 9.872748217084506},
-                      {2, 100, 95, 5, 0.04, 180, 2.527189859776101},
-                      {0, 42, 40, 10, 0.04, 90, 3.529347887542624},
-                      {2, 80, 100, 3, 0.09, 720, 22.7683997589816}};
-  for (const Row& row : rows) {
-    // Only whole days count, whatever the times of day.
-    const qxOptionLeg option = {kUntouched, row.strike, row.type, 40000.0 + row.days + 0.1};
-    const double value = qxBlackScholes(&option, row.price, row.rate, row.variance, 40000.9);
-    EXPECT_TRUE(near(value, row.value, 1e-12)) << row.days;
+  // Only whole days count, whatever the times of day.
+  const auto value = [](int32_t type, double price, double strike, double rate, double variance,
+                        int32_t days) {
+    const qxOptionLeg option = {kUntouched, strike, type, 40000.0 + days + 0.1};
+    const double result = qxBlackScholes(&option, price, rate, variance, 40000.9);
     EXPECT_EQ(option.premium, kUntouched);
-  }
+    return result;
+  };
+  EXPECT_TRUE(near(value(1, 100, 95, 5, 0.04, 180), 9.872748217084506, 1e-12));
+  EXPECT_TRUE(near(value(2, 100, 95, 5, 0.04, 180), 2.527189859776101, 1e-12));
+  EXPECT_TRUE(near(value(0, 42, 40, 10, 0.04, 90), 3.529347887542624, 1e-12));
+  EXPECT_TRUE(near(value(2, 80, 100, 3, 0.09, 720), 22.7683997589816, 1e-12));
 }
 
 TEST(Options, BlackScholesDegenerateInput) {
@@ -64,68 +60,55 @@ TEST(Options, BlackScholesDegenerateInput) {
   EXPECT_EQ(qxBlackScholes(nullptr, 110, 5, 0.04, 40000), 0.0);
 }
 
-struct Spread {
-  int32_t (*evaluate)(qxOptionStrategy*);
-  qxOptionLeg bought, sold;
-  double maxLoss, maxProfit, breakEven;
-};
+// Evaluates a strategy and compares every result.
+void expectResults(Evaluate evaluate, qxOptionStrategy s, double maxLoss, double maxProfit,
+                   double upper, double lower) {
+  EXPECT_EQ(evaluate(&s), QX_SUCCESS);
+  EXPECT_EQ(s.maxloss, maxLoss);
+  EXPECT_EQ(s.maxprofit, maxProfit);
+  EXPECT_EQ(s.riskreward, maxLoss == 0 || maxProfit == 0 ? 0.0 : maxLoss / maxProfit);
+  EXPECT_EQ(s.upper, upper);
+  EXPECT_EQ(s.lower, lower);
+  EXPECT_EQ(s.uppermove, (upper - s.price) / s.price);
+  EXPECT_EQ(s.lowermove, (lower - s.price) / s.price);
+}
 
 TEST(Options, SpreadsFillEveryResult) {
-  const Spread rows[] = {
-      {qxBullCall, leg(5, 100, 1), leg(2, 110, 1), 3, 7, 103},
-      {qxBearPut, leg(6, 110, 2), leg(2, 100, 2), 4, 6, 106},
-      {qxBearCall, leg(2, 110, 1), leg(5, 100, 1), 7, 3, 103},
-      {qxBearCall, leg(2, 100, 1), leg(5, 110, 1), 7, 3, 113},  // strikes in either order
-      {qxBullPut, leg(2, 100, 2), leg(6, 110, 2), 6, 4, 106},
-      {qxBullPut, leg(2, 110, 2), leg(6, 100, 2), -14, 4, 96}};
-  for (const Spread& row : rows) {
+  const auto spread = [](Evaluate evaluate, qxOptionLeg bought, qxOptionLeg sold, double maxLoss,
+                         double maxProfit, double breakEven) {
     qxOptionStrategy s = strategy(100);
-    s.long1 = row.bought;
-    s.short1 = row.sold;
+    s.long1 = bought;
+    s.short1 = sold;
     s.long2 = s.short2 = leg(99, 99, 1);  // takes no part
-    EXPECT_EQ(row.evaluate(&s), QX_SUCCESS);
-    EXPECT_EQ(s.maxloss, row.maxLoss);
-    EXPECT_EQ(s.maxprofit, row.maxProfit);
-    EXPECT_EQ(s.riskreward, row.maxLoss / row.maxProfit);
-    EXPECT_EQ(s.upper, row.breakEven);
-    EXPECT_EQ(s.lower, row.breakEven);
-    EXPECT_EQ(s.uppermove, (row.breakEven - 100) / 100);
-    EXPECT_EQ(s.lowermove, (row.breakEven - 100) / 100);
-  }
+    expectResults(evaluate, s, maxLoss, maxProfit, breakEven, breakEven);
+  };
+  spread(qxBullCall, leg(5, 100, 1), leg(2, 110, 1), 3, 7, 103);
+  spread(qxBearPut, leg(6, 110, 2), leg(2, 100, 2), 4, 6, 106);
+  spread(qxBearCall, leg(2, 110, 1), leg(5, 100, 1), 7, 3, 103);
+  spread(qxBearCall, leg(2, 100, 1), leg(5, 110, 1), 7, 3, 113);  // strikes in either order
+  spread(qxBullPut, leg(2, 100, 2), leg(6, 110, 2), 6, 4, 106);
+  spread(qxBullPut, leg(2, 110, 2), leg(6, 100, 2), -14, 4, 96);
 }
 
 TEST(Options, StraddlesAndStranglesFillEveryResult) {
-  struct Row {
-    int32_t (*evaluate)(qxOptionStrategy*);
-    bool bought;
-    qxOptionLeg first, second;
-    double limited, upper, lower;
+  const auto expectBoth = [](Evaluate buy, Evaluate sell, qxOptionLeg first, qxOptionLeg second,
+                             double limited, double upper, double lower) {
+    qxOptionStrategy bought = strategy(50), sold = strategy(50);
+    bought.long1 = sold.short1 = first;
+    bought.long2 = sold.short2 = second;
+    expectResults(buy, bought, limited, 0, upper, lower);
+    expectResults(sell, sold, 0, limited, upper, lower);
   };
-  const Row rows[] = {{qxLongStraddle, true, leg(3, 50, 1), leg(2, 51, 2), 5, 55, 45},
-                      {qxShortStraddle, false, leg(3, 50, 2), leg(2, 51, 2), 5, 55, 45},
-                      {qxLongStrangle, true, leg(3, 55, 1), leg(1, 45, 2), 4, 59, 41},
-                      {qxShortStrangle, false, leg(3, 55, 1), leg(1, 45, 2), 4, 59, 41}};
-  for (const Row& row : rows) {
-    qxOptionStrategy s = strategy(50);
-    (row.bought ? s.long1 : s.short1) = row.first;
-    (row.bought ? s.long2 : s.short2) = row.second;
-    EXPECT_EQ(row.evaluate(&s), QX_SUCCESS);
-    EXPECT_EQ(s.maxloss, row.bought ? row.limited : 0.0);
-    EXPECT_EQ(s.maxprofit, row.bought ? 0.0 : row.limited);
-    EXPECT_EQ(s.riskreward, 0.0);
-    EXPECT_EQ(s.upper, row.upper);
-    EXPECT_EQ(s.lower, row.lower);
-    EXPECT_EQ(s.uppermove, (row.upper - 50) / 50);
-    EXPECT_EQ(s.lowermove, (row.lower - 50) / 50);
-  }
+  expectBoth(qxLongStraddle, qxShortStraddle, leg(3, 50, 1), leg(2, 51, 2), 5, 55, 45);
+  expectBoth(qxLongStraddle, qxShortStraddle, leg(3, 50, 2), leg(2, 51, 2), 5, 55, 45);
+  expectBoth(qxLongStrangle, qxShortStrangle, leg(3, 55, 1), leg(1, 45, 2), 4, 59, 41);
 }
 
 TEST(Options, WithoutAPriceTheMovesStayAsTheyWere) {
-  int32_t (*const all[])(qxOptionStrategy*) = {qxBullCall,      qxBullPut,      qxBearCall,
-                                               qxBearPut,       qxLongStraddle, qxLongStrangle,
-                                               qxShortStraddle, qxShortStrangle};
-  for (auto* evaluate : all) {
-    for (double price : {0.0, -5.0, std::numeric_limits<double>::quiet_NaN()}) {
+  const Evaluate all[] = {qxBullCall,     qxBullPut,      qxBearCall,      qxBearPut,
+                          qxLongStraddle, qxLongStrangle, qxShortStraddle, qxShortStrangle};
+  for (const Evaluate evaluate : all) {
+    for (double price : {0.0, -5.0, kNaN}) {
       qxOptionStrategy s = strategy(price);
       s.long1 = s.short1 = leg(3, 55, 1);
       s.long2 = s.short2 = leg(1, 45, 2);
@@ -141,7 +124,7 @@ TEST(Options, WithoutAPriceTheMovesStayAsTheyWere) {
 }
 
 TEST(Options, StranglesOfOtherTypesStoreNothing) {
-  for (auto* evaluate : {qxLongStrangle, qxShortStrangle}) {
+  for (const Evaluate evaluate : {qxLongStrangle, qxShortStrangle}) {
     for (const auto& types : {std::pair{2, 2}, {1, 1}, {2, 1}, {0, 0}}) {
       qxOptionStrategy s = strategy(50);
       s.long1 = s.short1 = leg(3, 55, types.first);
