@@ -18,20 +18,16 @@ Bytes toIeee(Bytes ms) {
   return ieee;
 }
 
-struct Pair {
-  const char* what;
-  Bytes ieee, ms;
-};
-
 TEST(BinaryFormat, WorkedValuesConvertBothWays) {
-  const Pair pairs[] = {{"1", {0, 0, 0x80, 0x3F}, {0, 0, 0, 0x81}},
-                        {"-1", {0, 0, 0x80, 0xBF}, {0, 0, 0x80, 0x81}},
-                        {"0.5", {0, 0, 0, 0x3F}, {0, 0, 0, 0x80}},
-                        {"10", {0, 0, 0x20, 0x41}, {0, 0, 0x20, 0x84}},
-                        {"-123.456", {0x79, 0xE9, 0xF6, 0xC2}, {0x79, 0xE9, 0xF6, 0x87}}};
-  for (const Pair& pair : pairs) {
-    EXPECT_EQ(toMs(pair.ieee), pair.ms) << pair.what;
-    EXPECT_EQ(toIeee(pair.ms), pair.ieee) << pair.what;
+  const std::pair<Bytes, Bytes> pairs[] = {
+      {{0, 0, 0x80, 0x3F}, {0, 0, 0, 0x81}},                  // 1
+      {{0, 0, 0x80, 0xBF}, {0, 0, 0x80, 0x81}},               // -1
+      {{0, 0, 0, 0x3F}, {0, 0, 0, 0x80}},                     // 0.5
+      {{0, 0, 0x20, 0x41}, {0, 0, 0x20, 0x84}},               // 10
+      {{0x79, 0xE9, 0xF6, 0xC2}, {0x79, 0xE9, 0xF6, 0x87}}};  // -123.456
+  for (const auto& [ieee, ms] : pairs) {
+    EXPECT_EQ(toMs(ieee), ms);
+    EXPECT_EQ(toIeee(ms), ieee);
   }
 }
 
@@ -45,8 +41,10 @@ TEST(BinaryFormat, ZeroesAndWrappingExponents) {
   EXPECT_EQ(toMs({1, 0, 0, 0}), (Bytes{1, 0, 0, 2})) << "denormal";
   EXPECT_EQ(toIeee({0, 0, 0, 1}), (Bytes{0, 0, 0x80, 0x7F})) << "wraps to an infinity";
   EXPECT_EQ(toIeee({0, 0, 0, 2}), zero) << "zero as some files store it";
-  EXPECT_EQ(qxIEEEtoMS(nullptr, nullptr), QX_ERR_INVALID_PARM);
-  EXPECT_EQ(qxMStoIEEE(nullptr, nullptr), QX_ERR_INVALID_PARM);
+  Bytes bytes{};
+  for (auto* convert : {qxIEEEtoMS, qxMStoIEEE}) {
+    qxtest::expectNullsRefused("convert", convert, QX_ERR_INVALID_PARM, bytes.data(), bytes.data());
+  }
 }
 
 TEST(Status, TextsAndTheirLengths) {

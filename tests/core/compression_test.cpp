@@ -6,12 +6,7 @@
 
 namespace {
 
-using qxtest::Bar;
-using qxtest::BarSet;
-using qxtest::barsOf;
-using qxtest::expectNullsRefused;
-using qxtest::kNaN;
-using qxtest::testDataPath;
+using namespace qxtest;
 
 using Bars = std::vector<Bar>;
 
@@ -67,7 +62,7 @@ Bars randomBars(int days, int perDay, unsigned seed) {
   std::mt19937 random(seed);
   const auto below = [&random](unsigned limit) { return static_cast<double>(random() % limit); };
   Bars bars;
-  double date = qxYMDtoDate(2003, 1, 1, 0, 0, 0);
+  double date = dateOf(2003, 1, 1);
   for (int day = 0; day < days; ++day) {
     double minute = perDay > 1 ? 540 : 0;
     for (int i = 0; i < perDay; ++i) {
@@ -93,7 +88,7 @@ bool samePeriod(int32_t frequency, double a, double b) {
 }
 
 TEST(GroupBars, MergesTheBarsThatEndAtOne) {
-  BarSet bars(qxtest::workedBars());
+  BarSet bars(workedBars());
   Bar merged = {};
   const auto group = [&](int32_t period, int32_t index) {
     return qxGroupBars(bars, &merged.open, &merged.high, &merged.low, &merged.close, &merged.volume,
@@ -137,7 +132,7 @@ TEST(GroupBarsPeriods, EachBarIsTheMergeOfItsWindow) {
 }
 
 TEST(GroupBarsPeriods, TheDestinationLimitsTheBars) {
-  const Bars& source = qxtest::workedBars();
+  const Bars& source = workedBars();
   BarSet bars(source);
   std::strcpy(bars->symbol, "SYM");
   BarSet small(Bars(4)), large(Bars(20));
@@ -161,21 +156,18 @@ TEST(GroupBarsDate, RandomBarsMatchANaiveGrouping) {
 }
 
 TEST(GroupBarsDate, StartAndEndLimitTheBars) {
-  const Bars& source = qxtest::workedBars();  // 40000 .. 40011
+  const Bars& source = workedBars();  // 40000 .. 40011
+  const auto weeks = [&](double start, double end) {
+    return byDate(source, QX_FREQ_WEEKLY, start, end);
+  };
   ASSERT_EQ(qxDayOfWeek(40000), 0) << "weeks begin at 40000 and 40007";
-  const struct {
-    double start, end;
-    Bars expected;
-  } rows[] = {{0, 0, {merge(source, 0, 6), merge(source, 7, 11)}},
-              {40003, 0, {merge(source, 3, 6), merge(source, 7, 11)}},
-              {40002.5, 40008, {merge(source, 3, 6), merge(source, 7, 8)}},
-              {40002, 40001, {source[2]}},
-              {50000, 0, {}},
-              // NaN is neither before nor at any date: nothing is skipped, one bar is taken.
-              {kNaN, kNaN, {source[0]}}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(byDate(source, QX_FREQ_WEEKLY, row.start, row.end), row.expected) << row.start;
-  }
+  EXPECT_EQ(weeks(0, 0), (Bars{merge(source, 0, 6), merge(source, 7, 11)}));
+  EXPECT_EQ(weeks(40003, 0), (Bars{merge(source, 3, 6), merge(source, 7, 11)}));
+  EXPECT_EQ(weeks(40002.5, 40008), (Bars{merge(source, 3, 6), merge(source, 7, 8)}));
+  EXPECT_EQ(weeks(40002, 40001), Bars{source[2]});
+  EXPECT_EQ(weeks(50000, 0), Bars{});
+  // NaN is neither before nor at any date: nothing is skipped, one bar is taken.
+  EXPECT_EQ(weeks(kNaN, kNaN), Bars{source[0]});
 }
 
 TEST(GroupBarsDate, AFullDestinationEndsTheMerge) {
@@ -215,21 +207,8 @@ TEST(GroupBarsTime, GroupsBySecondsOfTheDayRoundedDown) {
   }
 }
 
-TEST(GroupBarsTime, ExactSecondsDecide) {
-  // A whole second may read back one early from the fraction, so the distance is taken as it reads.
-  Bars source;
-  for (const int minute : {30, 34, 35, 36}) {
-    source.push_back({qxYMDtoDate(2006, 1, 2, 9, minute, 0), 1, 1, 1, 1, 1, 0});
-  }
-  const auto second = [](double date) { return static_cast<int>(86400 * (date - 38719.0)); };
-  ASSERT_EQ(static_cast<int>(source[0].date), 38719);
-  const int32_t sinceStart = second(source[2].date) - second(source[0].date);
-  EXPECT_EQ(bySeconds(source, sinceStart), (Bars{merge(source, 0, 1), merge(source, 2, 3)}));
-  EXPECT_EQ(bySeconds(source, sinceStart + 1), (Bars{merge(source, 0, 2), source[3]}));
-}
-
 TEST(GroupBars, SeriesOfUnequalSizesAreNotOverrun) {
-  BarSet bars(qxtest::workedBars()), merged;
+  BarSet bars(workedBars()), merged;
   bars->frequency = QX_FREQ_INTRADAY;
   bars->openint.size = 3;
   EXPECT_EQ(qxGroupBars(bars, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 2, 3),
@@ -243,7 +222,7 @@ TEST(GroupBars, SeriesOfUnequalSizesAreNotOverrun) {
 }
 
 TEST(GroupBars, Refusals) {
-  BarSet bars(qxtest::workedBars()), none, out;
+  BarSet bars(workedBars()), none, out;
   for (const int32_t frequency : {0, 1, 7, INT32_MIN}) {
     EXPECT_EQ(qxGroupBarsDate(bars, out, frequency, 0, 0), QX_ERR_INVALID_PARM);
   }
@@ -258,30 +237,6 @@ TEST(GroupBars, Refusals) {
   expectNullsRefused("qxGroupBarsPeriods", qxGroupBarsPeriods, kRefused, bars, out, 2, 0);
   EXPECT_EQ(qxGroupBars(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 2, 5),
             QX_ERR_INVALID_PARM);
-}
-
-const qxTXTinfo kDaily = {1, 0, 2, 3, 4, 5, 6, 7, QX_ORDER_YMD, 1, ","};
-const qxTXTinfo kIntraday = {1, 2, 3, 4, 5, 6, 7, 8, QX_ORDER_YMD, 1, ","};
-
-Bars readBars(const char* name, const qxTXTinfo& layout) {
-  BarSet bars;
-  EXPECT_EQ(qxTXTread(bars, testDataPath("text").c_str(), name, &layout, 0, -1), QX_SUCCESS);
-  return barsOf(bars);
-}
-
-TEST(RealBars, GiveTheWeeklyAndMonthlyFilesAndTheDays) {
-  if (testDataPath("").empty()) GTEST_SKIP() << "QX_TEST_DATA is unset";
-  Bars days = readBars("estx50-day-2006.txt", kDaily);
-  ASSERT_EQ(days.size(), 255u);
-  EXPECT_EQ(byDate(days, QX_FREQ_WEEKLY), readBars("estx50-week-2006.txt", kDaily));
-  EXPECT_EQ(byDate(days, QX_FREQ_MONTHLY), readBars("estx50-month-2006.txt", kDaily));
-
-  Bars merged = byDate(readBars("estx50-5min-2006-01.txt", kIntraday), QX_FREQ_DAILY);
-  days.resize(21);
-  EXPECT_EQ(days[19].high, 3685.48);
-  days[19].high = 3685.95;  // the daily file missed a tick that the intraday one has
-  for (Bar& bar : merged) bar.date = static_cast<int>(bar.date);
-  EXPECT_EQ(merged, days);
 }
 
 }  // namespace

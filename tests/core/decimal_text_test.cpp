@@ -10,7 +10,7 @@
 
 namespace {
 
-using qxtest::kInfinity;
+using namespace qxtest;
 
 void expectValue(double value, std::initializer_list<std::string> texts) {
   for (const std::string& text : texts) EXPECT_EQ(qx::decimalFromText(text), value) << text;

@@ -4,8 +4,7 @@
 
 namespace {
 
-using qxtest::BarSet;
-using qxtest::Series;
+using namespace qxtest;
 
 TEST(CheckArgs, RefusesWhatCannotBeComputed) {
   Series in{1, 2, 3}, out, none, empty{1}, room{5, 5, 5}, noCapacity;
@@ -23,15 +22,15 @@ TEST(CheckArgs, RefusesWhatCannotBeComputed) {
 }
 
 TEST(CheckArgs, RefusesEveryBlockOfABarSetButTheDates) {
-  BarSet bars(qxtest::workedBars());
-  for (qxArray* block : qxtest::seriesOf(bars.record)) {
+  BarSet bars(workedBars());
+  for (qxArray* block : seriesOf(bars.record)) {
     qxArray alias = *block;
     EXPECT_EQ(qxCheckArgs({bars}, {}, {&alias}), block == &bars->date ? 12 : QX_ERR_INVALID_PARM);
   }
 }
 
 TEST(CheckArgs, SizesFallFromOutputToOutput) {
-  BarSet bars(qxtest::workedBars());
+  BarSet bars(workedBars());
   Series in{1, 2, 3, 4, 5};
   Series first, second{9, 9, 9}, third;
   qxReSizeArray(second, 1);

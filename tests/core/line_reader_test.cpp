@@ -7,11 +7,13 @@
 
 namespace {
 
+using namespace qxtest;
+
 using Lines = std::vector<std::string>;
 
 // A reader of a file of these bytes.
 struct Reader {
-  qxtest::TemporaryFolder folder;
+  TemporaryFolder folder;
   std::string path;
   qx::LineReader lines;
 

@@ -7,11 +7,10 @@
 
 namespace {
 
-using qxtest::BarSet;
-using qxtest::Series;
+using namespace qxtest;
 
 TEST(Memory, EveryFailureIsReportedAndLeavesNothingBehind) {
-  BarSet bars(qxtest::workedBars());
+  BarSet bars(workedBars());
   struct Outputs {
     qxArray first, second, third;
     qxBars bars;
@@ -34,30 +33,30 @@ TEST(Memory, EveryFailureIsReportedAndLeavesNothingBehind) {
                {"qxGroupBarsDate", 7, [&] { return qxGroupBarsDate(bars, &out.bars, 3, 0, 0); }},
                {"qxGroupBarsTime", 7, [&] { return qxGroupBarsTime(bars, &out.bars, 60, 0, 0); }},
                {"qxCandleConstruct", 1, [&] { return qxCandleConstruct(bars, &out.candles); }}};
-  const int64_t before = qxtest::liveBlocks();
+  const int64_t before = liveBlocks();
   for (const auto& call : calls) {
     for (int64_t n = 1; n <= call.allocations; ++n) {
       SCOPED_TRACE(call.name + std::to_string(n));
-      qxtest::failAllocation(n);
+      failAllocation(n);
       EXPECT_EQ(call.run(), QX_ERR_MALLOC);
-      EXPECT_FALSE(qxtest::failureIsPending());
-      EXPECT_EQ(qxtest::liveBlocks(), before);
+      EXPECT_FALSE(failureIsPending());
+      EXPECT_EQ(liveBlocks(), before);
       EXPECT_EQ(std::memcmp(&out, &cleared, sizeof out), 0);
     }
-    qxtest::failAllocation(call.allocations + 1);
+    failAllocation(call.allocations + 1);
     EXPECT_EQ(call.run(), QX_SUCCESS) << call.name;
-    EXPECT_TRUE(qxtest::failureIsPending()) << call.name << " allocates more than expected";
-    qxtest::failAllocation(0);
+    EXPECT_TRUE(failureIsPending()) << call.name << " allocates more than expected";
+    failAllocation(0);
     for (qxArray* array : {&out.first, &out.second, &out.third}) qxFreeArray(array);
     qxFreeBars(&out.bars);
     qxCandleFree(&out.candles);
-    EXPECT_EQ(qxtest::liveBlocks(), before) << call.name;
+    EXPECT_EQ(liveBlocks(), before) << call.name;
   }
 }
 
 TEST(Memory, AnOutputPreparedBeforeAFailureStaysPrepared) {
   Series in{1, 2, 3}, first({7, 7, 7, 7}, 2), second;
-  qxtest::failAllocation(1);
+  failAllocation(1);
   EXPECT_EQ(qxCheckArgs({}, {in}, {first, second}), QX_ERR_MALLOC);
   EXPECT_EQ(first.values(), (std::vector<double>{0, 0, 0}));
   EXPECT_EQ(first[3], 0.0);
@@ -67,7 +66,7 @@ TEST(Memory, AnOutputPreparedBeforeAFailureStaysPrepared) {
 TEST(Memory, ASeriesThatCannotGrowStaysAsItWas) {
   Series series({1, 2}, 1);
   const qxArray before = series.record;
-  qxtest::failAllocation(1);
+  failAllocation(1);
   EXPECT_EQ(qxReAllocArray(series, 9), QX_ERR_MALLOC);
   EXPECT_EQ(std::memcmp(&series.record, &before, sizeof before), 0);
   EXPECT_EQ(series.values(), (std::vector<double>{1, 2}));
@@ -78,13 +77,13 @@ TEST(Memory, BarsThatCannotGrowKeepWhatHasGrown) {
   bars->reccnt = 12;
   const auto expectSizes = [&](int32_t ofThree, int32_t ofFour) {
     for (size_t k = 0; k < 7; ++k) {
-      const qxArray& series = *qxtest::seriesOf(bars.record)[k];
+      const qxArray& series = *seriesOf(bars.record)[k];
       EXPECT_EQ(series.size, k < 3 ? ofThree : ofFour) << k;
       EXPECT_EQ(series.datasize, series.size) << k;
       EXPECT_EQ(series.data[0], static_cast<double>(k + 1)) << k;
     }
   };
-  qxtest::failAllocation(4);
+  failAllocation(4);
   EXPECT_EQ(qxReAllocBars(bars, 10), QX_ERR_MALLOC);
   expectSizes(10, 1);
   EXPECT_EQ(bars->barsize, 1);

@@ -9,6 +9,8 @@
 
 namespace {
 
+using namespace qxtest;
+
 std::string randomConversion(std::mt19937& random) {
   std::string text;
   for (unsigned n = random() % 4; n > 0; --n) text += "-+ 0#"[random() % 5];
@@ -20,13 +22,12 @@ std::string randomConversion(std::mt19937& random) {
 // The C library, in the C locale, is the reference for what it can do.
 TEST(NumberConversion, PrintsAsTheStandardFormatter) {
   std::setlocale(LC_ALL, "C");
-  const double values[] = {
-      0.0,  -0.0,  0.5,   1.5,    -2.5,         3.14159265358979,  -1234567.891,
-      1e15, -1e22, 1e-10, 0.0005, 99.999999999, qxtest::kInfinity, -qxtest::kInfinity};
+  const double values[] = {0.0,  -0.0,  0.5,   1.5,    -2.5,         3.14159265358979, -1234567.891,
+                           1e15, -1e22, 1e-10, 0.0005, 99.999999999, kInfinity,        -kInfinity};
   const int64_t integers[] = {0, 5, -5, 123456789012, INT64_MAX, INT64_MIN};
   std::mt19937 random(7);
   std::string expected;
-  const std::string actual = qxtest::written([&](const char* path) {
+  const std::string actual = written([&](const char* path) {
     std::FILE* file = std::fopen(path, "wb");
     for (int i = 0; i < 3000; ++i) {
       const std::string text = randomConversion(random);

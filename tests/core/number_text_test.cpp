@@ -8,8 +8,7 @@
 
 namespace {
 
-using qxtest::kInfinity;
-using qxtest::kNaN;
+using namespace qxtest;
 
 using Row = std::tuple<double, int32_t, const char*>;
 

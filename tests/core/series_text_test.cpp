@@ -4,8 +4,7 @@
 
 namespace {
 
-using qxtest::Series;
-using qxtest::TemporaryFolder;
+using namespace qxtest;
 
 using Values = std::vector<double>;
 
@@ -31,21 +30,15 @@ TEST(SeriesText, ReadsAColumn) {
   EXPECT_EQ(columnOf("1" + std::string(253, ',') + "2\n3\n", ",", 0, 1), (Values{1, 2, 3}));
 }
 
-TEST(SeriesText, ReadingStatuses) {
-  const TemporaryFolder folder;
+TEST(SeriesText, NullArgumentsOfTheReader) {
   Series series;
-  for (const std::string& path : {folder.file("missing"), folder.path}) {
-    EXPECT_EQ(qxTXT2Array(path.c_str(), series, ",", 0, 1), QX_ERR_FILE_OPEN);
-  }
-  const std::string path = folder.write("a.txt", "1\n");
-  qxtest::expectNullsRefused("qxTXT2Array", qxTXT2Array, QX_ERR_INVALID_PARM, path.c_str(), series,
-                             ",", 0, 1);
+  expectNullsRefused("qxTXT2Array", qxTXT2Array, QX_ERR_INVALID_PARM, "x", series, ",", 0, 1);
 }
 
 // What a format prints of the series, all indexes.
 template <typename... Arrays>
 std::string printed(const std::string& format, Arrays&... series) {
-  return qxtest::written([&](const char* path) {
+  return written([&](const char* path) {
     return qxArrayPrintf(path, 0, 0, INT32_MAX, nullptr, format.c_str(), &series.record...);
   });
 }
@@ -62,7 +55,7 @@ TEST(SeriesText, PrintsSeriesSideBySide) {
   const auto printNone = [](const char* path) {
     return qxArrayPrintf(path, 0, 0, 9, nullptr, "%03r\n", static_cast<qxArray*>(nullptr));
   };
-  EXPECT_EQ(qxtest::written(printNone), "") << "no series, no line";
+  EXPECT_EQ(written(printNone), "") << "no series, no line";
 }
 
 TEST(SeriesText, PrintsARangeUnderAHeader) {
@@ -73,7 +66,7 @@ TEST(SeriesText, PrintsARangeUnderAHeader) {
     EXPECT_EQ(
         qxArrayPrintf(path.c_str(), append, start, end, "100%% %s %n %\n", "%.0f ", &a.record),
         QX_SUCCESS);
-    return qxtest::readFile(path);
+    return readFile(path);
   };
   EXPECT_EQ(print(0, 1, 2), "100% %s %n %\n2 3 ");
   EXPECT_EQ(print(1, 3, INT32_MAX), "100% %s %n %\n2 3 100% %s %n %\n4 ");
@@ -89,7 +82,7 @@ TEST(SeriesText, PrintsARangeUnderAHeader) {
 }
 
 TEST(SeriesText, PrintsDatesAndTimes) {
-  const double date = qxYMDtoDate(1999, 3, 15, 0, 0, 0) + 0.765625;  // 18:22:30
+  const double date = dateOf(1999, 3, 15) + 0.765625;  // 18:22:30
   Series dates{date};
   // Only the first three letters choose an order, and the fourth is the whole code's all the same;
   // upper-case letters decide nothing; HM prints seconds, HMS does not.
@@ -107,7 +100,7 @@ TEST(SeriesText, PrintsDatesAndTimes) {
 }
 
 TEST(SeriesText, HostileFormatsAreSafe) {
-  Series a{1.25, qxtest::kNaN, -1e300};
+  Series a{1.25, kNaN, -1e300};
   Series b{7};
   const std::pair<std::string, std::string> cases[] = {
       {"%*.*f;", "7.000000;"},   // no argument but the series is read

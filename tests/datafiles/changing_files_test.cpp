@@ -9,7 +9,7 @@
 
 namespace {
 
-using qxtest::TemporaryFolder;
+using namespace qxtest;
 
 constexpr int32_t kRecords = 20000;  // far more than what is read at once
 constexpr int32_t kLeft = 100;
@@ -34,13 +34,12 @@ struct ChangingFile {
   }
   // Only the first kLeft lines stay.
   ChangingFile& shrinking() {
-    qxtest::beforeNextAllocation(
-        [this] { std::filesystem::resize_file(path, kLeft * kLineLength); });
+    beforeNextAllocation([this] { std::filesystem::resize_file(path, kLeft * kLineLength); });
     return *this;
   }
   // The file that is open from now on is one whose reading fails.
   ChangingFile& failing() {
-    qxtest::beforeNextAllocation([this] {
+    beforeNextAllocation([this] {
       for (int file = 3; file < 256; ++file) {
         std::error_code none;
         const std::string link = "/proc/self/fd/" + std::to_string(file);
@@ -65,7 +64,7 @@ struct ChangingFile {
 };
 
 TEST(ChangingFiles, AShorterFileGivesTheBarsThatAreLeft) {
-  qxtest::BarSet bars, none;
+  BarSet bars, none;
   EXPECT_EQ(ChangingFile().shrinking().readBars(bars), QX_SUCCESS);
   EXPECT_EQ(bars->barsize, kLeft);
   EXPECT_EQ(bars->datasize, kRecords);
@@ -76,7 +75,7 @@ TEST(ChangingFiles, AShorterFileGivesTheBarsThatAreLeft) {
 }
 
 TEST(ChangingFiles, AShorterDescendingFileLeavesTheOldestBarsEmpty) {
-  qxtest::BarSet bars;
+  BarSet bars;
   EXPECT_EQ(ChangingFile(true).shrinking().readBars(bars), QX_SUCCESS);
   EXPECT_EQ(bars->barsize, kRecords);
   EXPECT_EQ(bars->close.data[kRecords - 1], kRecords);
@@ -85,7 +84,7 @@ TEST(ChangingFiles, AShorterDescendingFileLeavesTheOldestBarsEmpty) {
 }
 
 TEST(ChangingFiles, ColumnsOfAShorterFile) {
-  qxtest::Series column, whole;
+  Series column, whole;
   EXPECT_EQ(ChangingFile().shrinking().readColumn(column), QX_SUCCESS);
   EXPECT_EQ(column.record.size, kLeft);
   EXPECT_EQ(column[kLeft - 1], kLeft - 1.0);
@@ -96,8 +95,8 @@ TEST(ChangingFiles, ColumnsOfAShorterFile) {
 }
 
 TEST(ChangingFiles, AReadErrorOfTheSecondPassIsTold) {
-  qxtest::BarSet bars;
-  qxtest::Series column, whole;
+  BarSet bars;
+  Series column, whole;
   EXPECT_EQ(ChangingFile().failing().readBars(bars), QX_ERR_FILE_READ);
   EXPECT_EQ(bars->barsize, 0);
   EXPECT_EQ(bars->reccnt, kRecords);

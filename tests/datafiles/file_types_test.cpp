@@ -4,8 +4,7 @@
 
 namespace {
 
-using qxtest::BarSet;
-using qxtest::TemporaryFolder;
+using namespace qxtest;
 
 TEST(FileTypes, Names) {
   const std::pair<const char*, int32_t> cases[] = {
@@ -28,7 +27,7 @@ TEST(FileTypes, TextIsReadUnderTheNamedLayout) {
   for (const auto& [type, close] : closes) {
     BarSet bars;
     EXPECT_EQ(qxFILEread(type, bars, folder, "p.csv", 1, -1), QX_SUCCESS) << type;
-    EXPECT_EQ(qxtest::valuesOf(bars->close), std::vector{close}) << type;
+    EXPECT_EQ(valuesOf(bars->close), std::vector{close}) << type;
   }
   BarSet bars;
   for (const char* type : {"missing.lay", "", "07", "7 "}) {
@@ -38,7 +37,7 @@ TEST(FileTypes, TextIsReadUnderTheNamedLayout) {
   EXPECT_EQ(qxFILEread("TXT", bars, folder, "p.csv", 9, -1), QX_ERR_RECORD_NOT_FOUND);
 
   // The date found is set to 0 first.
-  const double date = qxYMDtoDate(2001, 1, 3, 0, 0, 0);
+  const double date = dateOf(2001, 1, 3);
   const auto find = [&](const char* type, double target, int32_t record, double dateFound) {
     double found = 9.0;
     EXPECT_EQ(qxFILEfindrec(type, folder, "p.csv", target, &found), record);
@@ -50,29 +49,16 @@ TEST(FileTypes, TextIsReadUnderTheNamedLayout) {
   find("missing.lay", date, QX_ERR_FILE_OPEN, 0.0);
 
   const std::string list =
-      qxtest::written([&](const char* path) { return qxFILElist("anything", folder, path, 0); });
+      written([&](const char* path) { return qxFILElist("anything", folder, path, 0); });
   EXPECT_NE(list.find("p.csv        p "), std::string::npos);
-}
-
-TEST(FileTypes, EachFormatIsForwardedTo) {
-  const TemporaryFolder folder;  // without any vendor's directory file
-  for (const char* type : {"1", "CT", "DJ", "FS", "TC", "TT", "AIQ"}) {
-    BarSet bars;
-    double found = 9.0;
-    EXPECT_EQ(qxFILEread(type, bars, folder, "ABC", 0, -1), QX_ERR_FILE_NOT_FOUND) << type;
-    EXPECT_EQ(bars->date.data, nullptr) << type;
-    EXPECT_EQ(qxFILEfindrec(type, folder, "ABC", 1.0, &found), QX_ERR_FILE_NOT_FOUND) << type;
-    EXPECT_EQ(found, 0.0) << type;
-    EXPECT_EQ(qxFILElist(type, folder, folder, 0), QX_ERR_FILE_OPEN) << type;
-  }
 }
 
 TEST(FileTypes, NullArguments) {
   constexpr int32_t kRefused = QX_ERR_INVALID_PARM;
   BarSet bars;
   double found = 9.0;
-  qxtest::expectNullsRefused("qxFILEread", qxFILEread, kRefused, "2", bars, "", "", 0, 1);
-  qxtest::expectNullsRefused("qxFILElist", qxFILElist, kRefused, "7", "", "x", 0);
+  expectNullsRefused("qxFILEread", qxFILEread, kRefused, "2", bars, "", "", 0, 1);
+  expectNullsRefused("qxFILElist", qxFILElist, kRefused, "7", "", "x", 0);
   EXPECT_EQ(qxFILEfindrec("7", "", nullptr, 1.0, &found), kRefused);
   EXPECT_EQ(found, 9.0);
 }

@@ -5,8 +5,10 @@
 
 namespace {
 
+using namespace qxtest;
+
 qxTXTinfo readLayout(const std::string& bytes) {
-  const qxtest::TemporaryFolder folder;
+  const TemporaryFolder folder;
   folder.write("txtinfo.txt", bytes);
   qxTXTinfo info;
   std::memset(&info, 0x55, sizeof info);
@@ -75,7 +77,7 @@ TEST(TextLayout, LinesAreCutAtSeventyNineCharacters) {
 
 TEST(TextLayout, WrittenFormReadsBack) {
   const auto text = [](const qxTXTinfo& info) {
-    return qxtest::written([&](const char* path) { return qxTXTwriteinfo("", path, &info); });
+    return written([&](const char* path) { return qxTXTwriteinfo("", path, &info); });
   };
   qxTXTinfo info = {1, 2, 3, 4, 5, 6, 7, 8, 2, -9, "\t ,;"};
   EXPECT_EQ(text(info),
@@ -94,7 +96,7 @@ TEST(TextLayout, WrittenFormReadsBack) {
 
 TEST(TextLayout, FilesThatCannotBeOpened) {
   constexpr int32_t kRefused = QX_ERR_INVALID_PARM;
-  const qxtest::TemporaryFolder folder;
+  const TemporaryFolder folder;
   const qxTXTinfo blank = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, " "};
   qxTXTinfo info;
   std::memset(&info, 0x55, sizeof info);
@@ -102,8 +104,8 @@ TEST(TextLayout, FilesThatCannotBeOpened) {
   EXPECT_EQ(std::memcmp(&info, &blank, sizeof info), 0) << "cleared before the file is opened";
   EXPECT_EQ(qxTXTreadinfo(folder, "", &info), QX_ERR_FILE_OPEN) << "a folder";
   EXPECT_EQ(qxTXTwriteinfo(folder, "no\\such\\folder", &info), QX_ERR_FILE_OPEN);
-  qxtest::expectNullsRefused("qxTXTreadinfo", qxTXTreadinfo, kRefused, "x", "y", &info);
-  qxtest::expectNullsRefused("qxTXTwriteinfo", qxTXTwriteinfo, kRefused, "x", "y", &info);
+  expectNullsRefused("qxTXTreadinfo", qxTXTreadinfo, kRefused, "x", "y", &info);
+  expectNullsRefused("qxTXTwriteinfo", qxTXTwriteinfo, kRefused, "x", "y", &info);
 }
 
 }  // namespace

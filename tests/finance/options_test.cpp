@@ -30,9 +30,6 @@ TEST(Options, CumulativeNormalFollowsTheCurve) {
   EXPECT_TRUE(near(qxApprxCumProbDist(-1.5), 0.06680722030584957, 1e-15));
   for (double x = -8; x <= 8; x += 0.125) {
     EXPECT_TRUE(near(qxApprxCumProbDist(x), 0.5 * std::erfc(-x / std::sqrt(2.0)), 2e-7)) << x;
-    if (x != 0) {
-      EXPECT_TRUE(near(qxApprxCumProbDist(x) + qxApprxCumProbDist(-x), 1, 1e-15)) << x;
-    }
   }
   EXPECT_EQ(qxApprxCumProbDist(kInfinity), 1.0);
 }
