@@ -1,22 +1,54 @@
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <random>
 
-#include "tests/support/test_support.h"
+#include "tests/indicators/study_case.h"
 
 namespace {
 
-using qxtest::BarSet;
-using qxtest::near;
-using qxtest::Series;
-using qxtest::seriesNear;
-using qxtest::workedBars;
-
-using Values = std::vector<double>;
+using namespace qxtest;
 
 const Values kCloses = {51, 53, 52, 51, 49, 50, 53, 55, 54, 52, 55, 57};
-const Values kVolumes = {1000, 1200, 900, 1100, 1500, 1300, 1700, 1600, 1000, 1400, 1250, 1800};
+
+// Prices of the bars, and statistics of closes and volumes.
+const std::vector<StudyCase> kCases = {
+    row("qxTypicalPrices", study<qxTypicalPrices>(), {}, {0},
+        {{50.66666667, 52.33333333, 53, 51.33333333, 49.66666667, 49.33333333, 52, 54.33333333, 55,
+          52.33333333, 54, 56.33333333}}),
+    row("qxWeightedCloses", study<qxWeightedCloses>(), {}, {0},
+        {{50.75, 52.5, 52.75, 51.25, 49.5, 49.5, 52.25, 54.5, 54.75, 52.25, 54.25, 56.5}}),
+    row("qxMedianPrices", study<qxMedianPrices>(), {}, {0},
+        {{50.5, 52, 53.5, 51.5, 50, 49, 51.5, 54, 55.5, 52.5, 53.5, 56}}),
+    row("qxAvgPrices", study<qxAvgPrices>(), {}, {0},
+        {{50.5, 52, 53, 51.5, 50, 49.25, 51.5, 54, 55, 52.75, 53.5, 56}}),
+    row("qxTR", study<qxTR>(), {}, {0}, {{3, 4, 3, 3, 4, 4, 3, 4, 3, 3, 3, 4}}),
+    row("qxStdDevMv", study<qxStdDevMv>(), {1, period(4)}, {3},
+        {{0, 0, 0, 0.9574271078, 1.707825128, 1.290994449, 1.707825128, 2.753785274, 2.160246899,
+          1.290994449, 1.414213562, 2.081665999}}),
+    row("qxStdErrMv", study<qxStdErrMv>(), {period(4)}, {3},
+        {{0, 0, 0, 1.161895004, 0.3872983346, 0.9486832981, 1.774823935, 0.5916079783, 1.449137675,
+          1.449137675, 1.702938637, 1.702938637}}),
+    row("qxDispersionMv", study<qxDispersionMv>(), {period(4)}, {3},
+        {{0, 0, 0, 0.1601380255, 0.1617318928, 0.1629172876, 0.1987267387, 0.1962251149,
+          0.1946443924, 0.1761918825, 0.1933726397, 0.2078042967}}),
+    row("qxCorCoefMv", study<qxCorCoefMv>("cv"), {1, period(4)}, {3},
+        {{0, 0, 0, 0.4045199175, -0.6831300511, -1, 0.377964473, 0.6556121685, 0.1463850109,
+          -0.04170288281, 0.04659992125, 0.5375841493}}),
+    row("qxCovarianceMv", study<qxCovarianceMv>("cv"), {period(4)}, {3},
+        {{0, 0, 0, 50, -291.6666667, -333.3333333, 166.6666667, 308.3333333, 100, -16.66666667,
+          16.66666667, 375}}),
+    row("qxRSquared", study<qxRSquared>(), {period(4)}, {3},
+        {{0, 0, 0, 0.01818181818, 0.9657142857, 0.64, 0.28, 0.9692307692, 0.7, 0.16, 0.03333333333,
+          0.5538461538}}),
+};
+
+TEST(Statistics, WorkedCases) {
+  checkCases(kCases);
+}
+
+TEST(Statistics, RealPrices) {
+  checkRealPrices(kCases);
+}
 
 TEST(Statistics, ArrayStatsTreatsZerosAsMissingForAllButTheMaximum) {
   struct {
@@ -138,115 +170,60 @@ TEST(Statistics, TurningPoints) {
 }
 
 TEST(Statistics, BarPrices) {
-  BarSet bars({{1, 10, 14, 8, 12, 0, 0}, {2, 0, 15, 13, 14, 0, 0}, {3, 9, 11, 9, 10, 0, 0}});
-  struct {
+  BarSet bars(barsFrom("10 14 8 12 / 0 15 13 14 / 9 11 9 10"));
+  const struct {
     double (*price)(const qxBars* bars, int32_t index);
+    int32_t (*prices)(const qxBars* bars, qxArray* out, int32_t start);
     Values expected;
-  } const scalars[] = {
-      {qxTypicalPrice, {34.0 / 3, 14, 10}},
-      {qxWeightedClose, {11.5, 14, 10}},
-      {qxMedianPrice, {11, 14, 10}},
-      {qxAvgPrice, {11, 14, 9.75}},
-      {qxTrueHigh, {14, 15, 14}},
-      {qxTrueLow, {8, 12, 9}},
-      {qxTrueRange, {6, 3, 5}},
-  };
-  for (const auto& c : scalars) {
+  } cases[] = {{qxTypicalPrice, qxTypicalPrices, {34.0 / 3, 14, 10}},
+               {qxWeightedClose, qxWeightedCloses, {11.5, 14, 10}},
+               {qxMedianPrice, qxMedianPrices, {11, 14, 10}},
+               {qxAvgPrice, qxAvgPrices, {11, 14, 9.75}},
+               {qxTrueRange, qxTR, {6, 3, 5}},
+               {qxTrueHigh, nullptr, {14, 15, 14}},
+               {qxTrueLow, nullptr, {8, 12, 9}}};
+  for (const auto& c : cases) {
     for (int32_t i = 0; i < 3; ++i) {
       EXPECT_TRUE(near(c.price(bars, i), c.expected[static_cast<size_t>(i)]));
     }
     for (int32_t i : {3, -1, INT32_MAX, INT32_MIN}) EXPECT_EQ(c.price(bars, i), 0.0);
     EXPECT_EQ(c.price(nullptr, 0), 0.0);
-  }
-  struct {
-    int32_t (*prices)(const qxBars* bars, qxArray* out, int32_t start);
-    Values expected;
-  } const series[] = {
-      {qxTypicalPrices, {0, 14, 10}},
-      {qxWeightedCloses, {0, 14, 10}},
-      {qxMedianPrices, {0, 14, 10}},
-      {qxAvgPrices, {0, 14, 9.75}},
-      {qxTR, {0, 2, 5}},  // the first bar ignores the previous close
-  };
-  bars->date.firstvalid = 2;
-  for (const auto& c : series) {
+    if (c.prices == nullptr) continue;
     Series out;
-    EXPECT_EQ(c.prices(bars, out, 1), QX_SUCCESS);
-    EXPECT_TRUE(seriesNear(out, c.expected)) << "the start is not raised";
-    EXPECT_EQ(out.record.firstvalid, 1);
-    EXPECT_EQ(c.prices(bars, out, 7), QX_SUCCESS);
-    EXPECT_TRUE(seriesNear(out, {0, 0, 0}));
+    EXPECT_TRUE(gives(c.prices(bars, out, 0), out, c.expected));
   }
 }
 
-// A moving form with period and start, beside the scalar on one window.
-struct MovingCase {
+// A moving form beside the scalar on one window.
+const struct {
   const char* name;
-  std::function<int32_t(const qxArray* x, const qxArray* y, qxArray* out, int32_t p, int32_t s)>
-      moving;
-  std::function<double(const qxArray* x, const qxArray* y, int32_t from, int32_t to)> scalar;
-  Values worked;  // over closes and volumes, period 4
-};
-
-const MovingCase kMoving[] = {
-    {"standard deviation",
-     [](auto x, auto, auto out, auto p, auto s) { return qxStdDevMv(x, out, 1, p, s); },
-     [](auto x, auto, auto from, auto to) { return qxStdDev(x, 1, from, to); },
-     {0, 0, 0, 0.957427107756, 1.70782512766, 1.29099444874, 1.70782512766, 2.75378527364,
-      2.16024689947, 1.29099444874, 1.41421356237, 2.08166599947}},
-    {"standard error",
-     [](auto x, auto, auto out, auto p, auto s) { return qxStdErrMv(x, out, p, s); },
-     [](auto x, auto, auto from, auto to) { return qxStdErr(x, from, to); },
-     {0, 0, 0, 1.16189500386, 0.387298334621, 0.948683298051, 1.77482393493, 0.59160797831,
-      1.44913767462, 1.44913767462, 1.70293863659, 1.70293863659}},
+  int32_t (*moving)(const qxArray* x, const qxArray* y, qxArray* out, int32_t length);
+  double (*scalar)(const qxArray* x, const qxArray* y, int32_t from, int32_t to);
+} kMoving[] = {
+    {"deviation",
+     [](auto x, auto, auto out, auto length) { return qxStdDevMv(x, out, 1, length, 1); },
+     [](auto x, auto, auto from, auto to) { return qxStdDev(x, 1, from, to); }},
+    {"error", [](auto x, auto, auto out, auto length) { return qxStdErrMv(x, out, length, 1); },
+     [](auto x, auto, auto from, auto to) { return qxStdErr(x, from, to); }},
     {"dispersion",
-     [](auto x, auto, auto out, auto p, auto s) { return qxDispersionMv(x, out, p, s); },
-     [](auto x, auto, auto from, auto to) { return qxDispersion(x, from, to); },
-     {0, 0, 0, 0.160138025523, 0.161731892795, 0.162917287591, 0.198726738727, 0.196225114874,
-      0.194644392395, 0.176191882457, 0.193372639656, 0.207804296744}},
+     [](auto x, auto, auto out, auto length) { return qxDispersionMv(x, out, length, 1); },
+     [](auto x, auto, auto from, auto to) { return qxDispersion(x, from, to); }},
     {"correlation",
-     [](auto x, auto y, auto out, auto p, auto s) { return qxCorCoefMv(x, y, out, 1, p, s); },
-     [](auto x, auto y, auto from, auto to) { return qxCorCoef(x, y, 1, from, to); },
-     {0, 0, 0, 0.404519917478, -0.683130051064, -1, 0.377964473009, 0.655612168543, 0.146385010942,
-      -0.0417028828114, 0.0465999212462, 0.53758414929}},
-    {"correlation of the population",
-     [](auto x, auto y, auto out, auto p, auto s) { return qxCorCoefMv(x, y, out, 0, p, s); },
-     [](auto x, auto y, auto from, auto to) { return qxCorCoef(x, y, 0, from, to); },
-     {}},
+     [](auto x, auto y, auto out, auto length) { return qxCorCoefMv(x, y, out, 1, length, 1); },
+     [](auto x, auto y, auto from, auto to) { return qxCorCoef(x, y, 1, from, to); }},
+    {"of the population",
+     [](auto x, auto y, auto out, auto length) { return qxCorCoefMv(x, y, out, 0, length, 1); },
+     [](auto x, auto y, auto from, auto to) { return qxCorCoef(x, y, 0, from, to); }},
     {"covariance",
-     [](auto x, auto y, auto out, auto p, auto s) { return qxCovarianceMv(x, y, out, p, s); },
-     [](auto x, auto y, auto from, auto to) { return qxCovariance(x, y, from, to); },
-     {0, 0, 0, 50, -291.666666667, -333.333333333, 166.666666667, 308.333333333, 100,
-      -16.6666666667, 16.6666666667, 375}},
-    {"determination",
-     [](auto x, auto, auto out, auto p, auto s) { return qxRSquared(x, out, p, s); },
-     nullptr,
-     {0, 0, 0, 0.0181818181818, 0.965714285714, 0.64, 0.28, 0.969230769231, 0.7, 0.16,
-      0.0333333333333, 0.553846153846}},
+     [](auto x, auto y, auto out, auto length) { return qxCovarianceMv(x, y, out, length, 1); },
+     [](auto x, auto y, auto from, auto to) { return qxCovariance(x, y, from, to); }},
+    {"line", [](auto x, auto, auto out, auto length) { return qxLstSqrMA(x, out, length, 1); },
+     [](auto x, auto, auto from, auto to) {
+       double slope, intercept;
+       qxRegressionLine(x, &slope, &intercept, from, to);
+       return intercept + (to - from + 2) * slope;
+     }},
 };
-
-TEST(MovingStatistics, WorkedValuesAndRefusals) {
-  for (const MovingCase& c : kMoving) {
-    SCOPED_TRACE(c.name);
-    Series x(kCloses), y(kVolumes), out;
-    EXPECT_EQ(c.moving(x, y, out, 4, -3), QX_SUCCESS);
-    if (!c.worked.empty()) {
-      EXPECT_TRUE(seriesNear(out, c.worked));
-    }
-    EXPECT_EQ(out.record.firstvalid, 3);
-    EXPECT_EQ(c.moving(x, y, out, 13, 0), QX_SUCCESS);
-    EXPECT_TRUE(seriesNear(out, Values(12, 0.0), 0)) << "no window fits";
-    EXPECT_EQ(c.moving(x, y, out, INT32_MAX, INT32_MAX), QX_SUCCESS);
-    EXPECT_EQ(out.record.firstvalid, INT32_MAX);
-    for (int32_t period : {0, -1, INT32_MIN}) {
-      Series untouched;
-      EXPECT_EQ(c.moving(x, y, untouched, period, 5), QX_ERR_INVALID_PARM);
-      EXPECT_EQ(untouched.record.data, nullptr);
-    }
-    EXPECT_EQ(c.moving(nullptr, y, out, 4, 0), QX_ERR_INVALID_PARM);
-    EXPECT_EQ(c.moving(x, y, x, 4, 0), QX_ERR_INVALID_PARM);
-  }
-}
 
 TEST(MovingStatistics, EqualTheScalarFunctionsToTheLastBit) {
   std::mt19937 random(4);
@@ -256,47 +233,34 @@ TEST(MovingStatistics, EqualTheScalarFunctionsToTheLastBit) {
     for (double& value : xs) value = price(random);
     for (double& value : ys)
       value = round % 2 == 0 ? price(random) : std::floor(price(random) / 20);
-    if (round % 3 == 0) xs[static_cast<size_t>(random() % 160)] = NAN;
+    if (round % 3 == 0) xs[static_cast<size_t>(random() % 160)] = kNaN;
     if (round % 4 == 0) std::fill(ys.begin() + 40, ys.begin() + 80, 7.0);
-    const int32_t period = round < 4 ? round + 1 : 1 + static_cast<int32_t>(random() % 60);
+    const int32_t length = round < 4 ? round + 1 : 1 + static_cast<int32_t>(random() % 60);
     Series x(xs, 2), y(ys, static_cast<int32_t>(random() % 5));
-    for (const MovingCase& c : kMoving) {
-      if (!c.scalar) continue;
+    for (const auto& c : kMoving) {
       Series out;
-      ASSERT_EQ(c.moving(x, y, out, period, 1), QX_SUCCESS);
+      ASSERT_EQ(c.moving(x, y, out, length), QX_SUCCESS);
       for (int32_t i = out.record.firstvalid; i < 160; ++i) {
-        const double expected = c.scalar(x, y, i - period + 1, i);
-        ASSERT_TRUE(out[i] == expected || (std::isnan(out[i]) && std::isnan(expected)))
-            << c.name << " period " << period << " bar " << i << ": " << out[i] << " is not "
-            << expected;
+        ASSERT_TRUE(near(out[i], c.scalar(x, y, i - length + 1, i), 0))
+            << c.name << " over " << length << " bars, bar " << i;
       }
-    }
-    Series line;
-    ASSERT_EQ(qxLstSqrMA(x, line, period, 0), QX_SUCCESS);
-    for (int32_t i = line.record.firstvalid; i < 160; ++i) {
-      double slope, intercept;
-      qxRegressionLine(x, &slope, &intercept, i - period + 1, i);
-      const double expected = intercept + (period + 1) * slope;
-      ASSERT_TRUE(line[i] == expected || std::isnan(expected)) << "period " << period;
     }
   }
 }
 
 TEST(MovingStatistics, RegressionLineEndsWhereItIsTold) {
-  const Values slopes = {0, 0, 0, -0.1, -1.3, -0.8, 0.7, 2.1, 1.4, -0.4, -0.2, 1.2};
-  const Values intercepts = {0, 0, 0, 52, 54.5, 52.5, 49, 46.5, 49.5, 54.5, 54.5, 51.5};
   Series in(kCloses), slope, intercept;
   EXPECT_EQ(qxRegressionLineMv(in, slope, intercept, 4, 0, 3), QX_ERR_INVALID_PARM);
+  EXPECT_EQ(qxRegressionLineMv(in, slope, intercept, 0, 0, 9), QX_ERR_INVALID_PARM);
   EXPECT_EQ(slope.record.data, nullptr);
   EXPECT_EQ(qxRegressionLineMv(in, slope, intercept, 4, 0, 99), QX_SUCCESS);
-  EXPECT_TRUE(seriesNear(slope, slopes));
-  EXPECT_TRUE(seriesNear(intercept, intercepts));
+  EXPECT_TRUE(seriesNear(slope, {0, 0, 0, -0.1, -1.3, -0.8, 0.7, 2.1, 1.4, -0.4, -0.2, 1.2}));
+  EXPECT_TRUE(seriesNear(intercept, {0, 0, 0, 52, 54.5, 52.5, 49, 46.5, 49.5, 54.5, 54.5, 51.5}));
   EXPECT_EQ(qxRegressionLineMv(in, slope, intercept, 4, 2, 6), QX_SUCCESS);
   EXPECT_TRUE(seriesNear(slope, {0, 0, 0, 0, 0, -0.8, 0.7, 0, 0, 0, 0, 0}));
   EXPECT_EQ(slope.record.firstvalid, 5);
   EXPECT_EQ(intercept.record.firstvalid, 5);
-  EXPECT_EQ(qxRegressionLineMv(in, slope, intercept, 20, 0, 50), QX_SUCCESS);
-  EXPECT_TRUE(seriesNear(slope, Values(12, 0.0), 0));
+  EXPECT_TRUE(gives(qxRegressionLineMv(in, slope, intercept, 20, 0, 50), slope, Values(12), 0));
   EXPECT_EQ(slope.record.firstvalid, 19);
   EXPECT_EQ(qxRegressionLineMv(in, slope, intercept, INT32_MIN, 0, 0), QX_ERR_INVALID_PARM);
   EXPECT_EQ(qxRegressionLineMv(in, slope, intercept, 4, INT32_MAX, INT32_MAX), QX_ERR_INVALID_PARM);
