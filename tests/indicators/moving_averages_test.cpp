@@ -61,6 +61,7 @@ TEST(MovingAverages, WorkedCases) {
 
 TEST(MovingAverages, RealPrices) {
   checkRealPrices(kCases);
+  checkRealPrices({row("variable", study<qxVariableMA>(), {20}, {}, {})});
 }
 
 TEST(MovingAverages, InPlaceKeepsWhatLiesBeforeTheStart) {

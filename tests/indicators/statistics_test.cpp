@@ -10,6 +10,11 @@ using namespace qxtest;
 
 const Values kCloses = {51, 53, 52, 51, 49, 50, 53, 55, 54, 52, 55, 57};
 
+int32_t linesToTheEnd(const qxArray* in, qxArray* slope, qxArray* intercept, int32_t length,
+                      int32_t start) {
+  return qxRegressionLineMv(in, slope, intercept, length, start, INT32_MAX);
+}
+
 // Prices of the bars, and statistics of closes and volumes.
 const std::vector<StudyCase> kCases = {
     row("qxTypicalPrices", study<qxTypicalPrices>(), {}, {0},
@@ -48,6 +53,7 @@ TEST(Statistics, WorkedCases) {
 
 TEST(Statistics, RealPrices) {
   checkRealPrices(kCases);
+  checkRealPrices({row("qxRegressionLineMv", study<linesToTheEnd>(), {20}, {}, {})});
 }
 
 TEST(Statistics, ArrayStatsTreatsZerosAsMissingForAllButTheMaximum) {

@@ -11,7 +11,7 @@ int32_t scoreOfThreeLags(const qxArray* in, qxArray* out, int32_t start) {
 }
 
 const std::vector<StudyCase> kCases = {
-    row("movement", study<qxDMIx>(), {}, {1, 1},
+    row("directional movement", study<qxDMIx>(), {}, {1, 1},
         {{0, 2, 1, 0, 0, 0, 2, 3, 1, 0, 1, 3}, {0, 0, 0, 2, 2, 1, 0, 0, 0, 3, 0, 0}}),
     row("DI", study<qxDI>(), {period(3)}, {3, 3},
         {{0, 0, 0, 31.03448276, 19.14893617, 12.16216216, 28.0239521, 45.30658592, 41.80163298,
@@ -70,6 +70,7 @@ TEST(Trend, WorkedCases) {
 
 TEST(Trend, RealPrices) {
   checkRealPrices(kCases);
+  checkRealPrices({row("dynamic momentum", study<qxDMI>(), {}, {}, {})});
 }
 
 TEST(Trend, NumbersThatExcludeEachOther) {
