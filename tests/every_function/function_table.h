@@ -12,6 +12,7 @@
 
 namespace every_function {
 
+// Whole numbers first, then what a function may fill, then records that a caller keeps.
 enum class Kind {
   kInteger,
   kShort,
@@ -20,7 +21,7 @@ enum class Kind {
   kIntegerCell,  // the place of a result
   kShortCell,
   kRealCell,
-  kText,  // a result when it may be written
+  kText,  // a result where it may be written
   kBytes,
   kSeries,
   kBars,

@@ -1,6 +1,7 @@
 #include "tests/every_function/samples.h"
 
-#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <deque>
 
 namespace every_function {
@@ -10,8 +11,8 @@ bool holdsSamples(Kind kind) {
   return kind == Kind::kSeries || kind == Kind::kBars || kind == Kind::kCandles;
 }
 
-// A merge by dates does not promise to leave its source, which may also be its destination; it does
-// when the two are apart.
+// The source of a merge by dates is not constant, since it may be the destination too; apart from
+// that it is only read.
 bool reads(const Function& function, size_t i) {
   const std::vector<Parameter>& all = function.parameters;
   const bool isSource = i == 0 && all.size() > 1 && all[1].kind == Kind::kBars;
@@ -39,8 +40,12 @@ struct Turns {
 
 template <typename T>
 Argument takeNext(const Arguments& given, size_t* turn) {
-  while (!std::holds_alternative<T>(given.at(*turn % given.size()))) ++*turn;
-  return given[(*turn)++ % given.size()];
+  for (size_t tried = 0; tried < given.size(); ++tried) {
+    const Argument& next = given[(*turn)++ % given.size()];
+    if (std::holds_alternative<T>(next)) return next;
+  }
+  std::fprintf(stderr, "no argument of a kind that the function takes is given\n");
+  std::abort();
 }
 
 Argument sample(const Samples& samples, Kind kind, Turns* turns) {
@@ -62,20 +67,12 @@ Argument result(Results* results, Kind kind) {
 
 Argument makeArgument(const Function& function, size_t i, const Samples& samples,
                       const Arguments& given, Results* results, Turns* turns) {
-  const Parameter& parameter = function.parameters[i];
-  if (reads(function, i)) return sample(samples, parameter.kind, turns);
-  switch (parameter.kind) {
-    case Kind::kInteger:
-    case Kind::kShort:
-    case Kind::kUnsigned:
-      return takeNext<int32_t>(given, &turns->integer);
-    case Kind::kReal:
-      return takeNext<double>(given, &turns->real);
-    default:
-      return parameter.constant || parameter.kind == Kind::kNumbers
-                 ? takeNext<const void*>(given, &turns->pointer)
-                 : result(results, parameter.kind);
-  }
+  const auto& [kind, constant, size] = function.parameters[i];
+  if (reads(function, i)) return sample(samples, kind, turns);
+  if (kind <= Kind::kUnsigned) return takeNext<int32_t>(given, &turns->integer);
+  if (kind == Kind::kReal) return takeNext<double>(given, &turns->real);
+  if (!constant && kind <= Kind::kCandles) return result(results, kind);
+  return takeNext<const void*>(given, &turns->pointer);
 }
 
 void appendResult(Kind kind, const Argument& place, const qxBars* bars,

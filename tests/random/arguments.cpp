@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <set>
@@ -189,30 +190,25 @@ qxTXTinfo randomLayout(Random& random) {
   return info;
 }
 
-qxGraphChart randomChart(Random& random, const Lasting& lasting) {
-  qxGraphChart chart = {};
-  chart.style = below(random, 11);
-  chart.scaleflags = below(random, 4);
-  chart.minmode = below(random, 4);
-  chart.maxmode = below(random, 4);
-  chart.minimum = hostileDouble(random);
-  chart.maximum = hostileDouble(random);
-  chart.scalechart = hostileInt(random);
-  chart.penwidth = hostileInt(random);
-  chart.penstyle = hostileInt(random);
-  chart.selected = below(random, 2);
-  // Shown over and over again, so only what lives as long may be given.
-  chart.bars = lasting.bars;
-  chart.series = lasting.chartSeries[below(random, 3)];
-  return chart;
-}
-
 // Number by number, mostly eight bytes wide.
 void fillNumbers(Random& random, char* bytes, size_t size) {
   for (size_t at = 0; at < size; at += size - at >= 8 && !onceIn(random, 7) ? 8 : 4) {
     const double number = hostileDouble(random);
     std::memcpy(bytes + at, &number, std::min<size_t>(8, size - at));
   }
+}
+
+qxGraphChart randomChart(Random& random, const Lasting& lasting) {
+  qxGraphChart chart = {};
+  fillNumbers(random, reinterpret_cast<char*>(&chart), offsetof(qxGraphChart, series));
+  chart.style = below(random, 11);
+  for (int32_t* flags : {&chart.scaleflags, &chart.minmode, &chart.maxmode}) {
+    *flags = below(random, 4);
+  }
+  // Shown over and over again, so only what lives as long may be given.
+  chart.bars = lasting.bars;
+  chart.series = lasting.chartSeries[below(random, 3)];
+  return chart;
 }
 
 // A record that nothing is known of stays zero.
@@ -346,31 +342,20 @@ void* randomBytes(Context& context, size_t size) {
 Argument randomArgument(Context& context, const Parameter& parameter) {
   constexpr size_t kLongestText = 4096;
   Random& random = context.random;
-  switch (parameter.kind) {
-    case Kind::kInteger:
-    case Kind::kShort:
-    case Kind::kUnsigned:
-      return hostileInt(random);
-    case Kind::kReal:
-      return hostileDouble(random);
-    case Kind::kText:
-      if (parameter.constant) return randomText(context);
-      return randomBytes(context, kLongestText);
-    case Kind::kBytes:  // what may be written is a device context: there is none
-      return parameter.constant ? randomBytes(context, 4) : nullptr;
-    case Kind::kSeries:
-      return onceIn(random, 60) ? nullptr : randomArray(context);
-    case Kind::kBars:
-      return onceIn(random, 60) ? nullptr : randomBars(context);
-    case Kind::kCandles:
-      return onceIn(random, 60) ? nullptr : randomCandles(context);
-    case Kind::kOrderSystem:
-      return onceIn(random, 40) ? nullptr : randomSystem(context);
-    case Kind::kGraph:
-      return onceIn(random, 40) ? nullptr : randomGraph(context);
-    default:
-      return randomRecord(context, parameter);
-  }
+  const Kind kind = parameter.kind;
+  if (kind <= Kind::kUnsigned) return hostileInt(random);
+  if (kind == Kind::kReal) return hostileDouble(random);
+  if (kind == Kind::kText && parameter.constant) return randomText(context);
+  if (kind == Kind::kText) return randomBytes(context, kLongestText);
+  // What may be written is a device context: there is none.
+  if (kind == Kind::kBytes) return parameter.constant ? randomBytes(context, 4) : nullptr;
+  if (onceIn(random, 50)) return nullptr;
+  if (kind == Kind::kSeries) return randomArray(context);
+  if (kind == Kind::kBars) return randomBars(context);
+  if (kind == Kind::kCandles) return randomCandles(context);
+  if (kind == Kind::kOrderSystem) return randomSystem(context);
+  if (kind == Kind::kGraph) return randomGraph(context);
+  return randomRecord(context, parameter);
 }
 
 std::string described(const Argument& argument, const Parameter& parameter) {

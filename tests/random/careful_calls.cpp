@@ -31,14 +31,9 @@ int32_t randomSize(Random& random) {
   return onceIn(random, 20) ? hostileInt(random) : below(random, 200) - 5;
 }
 
-template <Argument (*Own)(Context&, bool)>
-void allocate(Context& context, Arguments& a) {
-  a = {Own(context, false), randomSize(context.random)};
-}
-
-template <Argument (*Own)(Context&, bool)>
-void reallocate(Context& context, Arguments& a) {
-  a = {Own(context, !onceIn(context.random, 5)), randomSize(context.random)};
+template <Argument (*Own)(Context&, bool), bool Allocated>
+void resize(Context& context, Arguments& a) {
+  a = {Own(context, Allocated && !onceIn(context.random, 5)), randomSize(context.random)};
 }
 
 template <Argument (*Own)(Context&, bool)>
@@ -127,17 +122,8 @@ void describeError(Context& context, Arguments& a) {
   a[1] = randomBytes(context, 17);
 }
 
-// With windows a box would wait for an answer.
-void chooseMessage(Context&, Arguments& a) {
-#if !defined(__GLIBC__)
-  a[1] = nullptr;
-#else
-  (void)a;
-#endif
-}
-
 // Without windows the message goes to standard error, which is kept for reports: it is turned aside
-// where the C library lets it.
+// where the C library lets it. With windows a box would wait for an answer.
 void showMessage(Context&, const Function& function, const Arguments& a) {
 #if defined(__GLIBC__)
   std::FILE* const errors = stderr;
@@ -145,7 +131,7 @@ void showMessage(Context&, const Function& function, const Arguments& a) {
   function.call(a);
   stderr = errors;
 #else
-  function.call(a);
+  function.call({a[0], nullptr});
 #endif
 }
 
@@ -292,89 +278,78 @@ void changePane(Context& context, Arguments& a) {
   a[2] = index;
 }
 
-void paintNothing(Context&, Arguments& a) {
+// On Windows the picture would have to be released through its own interface.
+void paintPicture(Context&, const Function& function, const Arguments& a) {
 #if defined(_WIN32)
-  a[0] = nullptr;  // a picture would have to be released through its own interface
-#else
+  function.call({nullptr});
   (void)a;
+#else
+  function.call(a);
 #endif
 }
 
-// What the functions need whose names begin so; the first that fits a name decides.
+// What functions need whose names begin so; of several beginnings the longest decides.
 struct Care {
-  const char* beginning;
+  std::vector<std::string> beginnings;
   Texts texts = Texts::kAny;
   decltype(Call::adjust) adjust = nullptr;
   decltype(Call::among) among = nullptr;
 };
-const Care kCare[] = {
-    {"qxAllocArray", Texts::kAny, allocate<ownArray>},
-    {"qxReAllocArray", Texts::kAny, reallocate<ownArray>},
-    {"qxFreeArray", Texts::kAny, release<ownArray>},
-    {"qxAllocBars", Texts::kAny, allocate<ownBars>},
-    {"qxReAllocBars", Texts::kAny, reallocate<ownBars>},
-    {"qxFreeBars", Texts::kAny, release<ownBars>},
-    {"qxErrDesc", Texts::kAny, describeError},
-    {"qxErrMessageBox", Texts::kAny, chooseMessage, showMessage},
-    {"qxIEEEtoMS", Texts::kAny, convertNumbers},
-    {"qxMStoIEEE", Texts::kAny, convertNumbers},
-    {"qxArrayPrintf", Texts::kAny, printSeries},
-    {"qxFormatDate", Texts::kAny, fitDate},
-    {"qxJulianToDateTxt", Texts::kAny, fitJulianDate},
-    {"qxJulianToTimeTxt", Texts::kAny, fitJulianDate},
-    {"qxT3", Texts::kAny, limitPasses},
-    {"qxCandleConstruct", Texts::kAny, constructCandles},
-    {"qxBondPricing", Texts::kAny, limitPayments},
-    {"qxBondDurationPriceChg"},
-    {"qxBondDuration", Texts::kAny, limitPayments},
-    {"qxFILEprintinfo", Texts::kOutput},
-    {"qxFILE", Texts::kTyped},
-    {"qxCSIndex"},
-    {"qxCSI", Texts::kFiles},
-    {"qxCT", Texts::kFiles},
-    {"qxDJ", Texts::kFiles},
-    {"qxFS", Texts::kFiles},
-    {"qxTC", Texts::kFiles},
-    {"qxTT", Texts::kFiles},
-    {"qxAIQ", Texts::kFiles},
-    {"qxTXT2Array", Texts::kAny, readColumn},
-    {"qxTXTwriteinfo", Texts::kFiles},
-    {"qxTXTwrite", Texts::kOutput},
-    {"qxTXT", Texts::kFiles},
-    {"qxOrderSystemInit", Texts::kNames, chooseSystem, useSystem},
-    {"qxBuyTo", Texts::kNames, limitOrder},
-    {"qxSellTo", Texts::kNames, limitOrder},
-    {"qxCancelOrder", Texts::kNames},
-    {"qxProcessOrders", Texts::kAny, nullptr, processOrders},
-    {"qxProfitRpt", Texts::kOutput},
-    {"qxPrint", Texts::kOutput},
-    {"qxTradeRpt", Texts::kOutput},
-    {"qxOpenPosRpt", Texts::kOutput},
-    {"qxOrderRpt", Texts::kOutput},
-    {"qxOptVarStringLen", Texts::kAny, countVariables},
-    {"qxOptVarString", Texts::kAny, fitVariables},
-    {"qxOptVar", Texts::kAny, countVariables},
-    {"qxGraphInit", Texts::kAny, nullptr, initGraph},
-    {"qxGraphChartAdd", Texts::kAny, limitChart},
-    {"qxGraphSetSubwinMargins"},
-    {"qxGraphSetSubwin", Texts::kAny, changePane},
-    {"qxGraphSubwinGet", Texts::kAny, copyPane},
-    {"qxGraphSubwinSet", Texts::kAny, copyPane},
-    {"qxGraphPaintPicture", Texts::kAny, paintNothing},
-    {"qxGraphPaintSVG", Texts::kOutput},
-    {"qxBars2PNF", Texts::kAny, convertToColumns},
-    {"qxPNFchart", Texts::kOutput},
-};
+
+const std::vector<Care>& allCare() {
+  static const std::vector<Care> kCare = {
+      {{"qxAllocArray"}, Texts::kAny, resize<ownArray, false>},
+      {{"qxReAllocArray"}, Texts::kAny, resize<ownArray, true>},
+      {{"qxFreeArray"}, Texts::kAny, release<ownArray>},
+      {{"qxAllocBars"}, Texts::kAny, resize<ownBars, false>},
+      {{"qxReAllocBars"}, Texts::kAny, resize<ownBars, true>},
+      {{"qxFreeBars"}, Texts::kAny, release<ownBars>},
+      {{"qxCandleConstruct"}, Texts::kAny, constructCandles},
+      {{"qxBars2PNF"}, Texts::kAny, convertToColumns},
+      {{"qxErrDesc"}, Texts::kAny, describeError},
+      {{"qxErrMessageBox"}, Texts::kAny, nullptr, showMessage},
+      {{"qxIEEEtoMS", "qxMStoIEEE"}, Texts::kAny, convertNumbers},
+      {{"qxArrayPrintf"}, Texts::kAny, printSeries},
+      {{"qxFormatDate"}, Texts::kAny, fitDate},
+      {{"qxJulianToDateTxt", "qxJulianToTimeTxt"}, Texts::kAny, fitJulianDate},
+      {{"qxT3"}, Texts::kAny, limitPasses},
+      {{"qxBondPricing", "qxBondDuration"}, Texts::kAny, limitPayments},
+      {{"qxOptVar"}, Texts::kAny, countVariables},
+      {{"qxOptVarString"}, Texts::kAny, fitVariables},
+      {{"qxOptVarStringLen"}, Texts::kAny, countVariables},
+      {{"qxFILE"}, Texts::kTyped},
+      {{"qxAIQ", "qxCSI", "qxCT", "qxDJ", "qxFS", "qxTC", "qxTT", "qxTXT", "qxTXTwriteinfo"},
+       Texts::kFiles},
+      {{"qxFILEprintinfo", "qxTXTwrite", "qxProfitRpt", "qxPrint", "qxTradeRpt", "qxOpenPosRpt",
+        "qxOrderRpt", "qxGraphPaintSVG", "qxPNFchart"},
+       Texts::kOutput},
+      {{"qxTXT2Array"}, Texts::kAny, readColumn},
+      {{"qxOrderSystemInit"}, Texts::kNames, chooseSystem, useSystem},
+      {{"qxBuyTo", "qxSellTo"}, Texts::kNames, limitOrder},
+      {{"qxCancelOrder"}, Texts::kNames},
+      {{"qxProcessOrders"}, Texts::kAny, nullptr, processOrders},
+      {{"qxGraphInit"}, Texts::kAny, nullptr, initGraph},
+      {{"qxGraphChartAdd"}, Texts::kAny, limitChart},
+      {{"qxGraphSetSubwin"}, Texts::kAny, changePane},
+      {{"qxGraphSubwinGet", "qxGraphSubwinSet"}, Texts::kAny, copyPane},
+      {{"qxGraphPaintPicture"}, Texts::kAny, nullptr, paintPicture},
+      {{"qxBondDurationPriceChg", "qxCSIndex", "qxGraphSetSubwinMargins"}}};
+  return kCare;
+}
 
 }  // namespace
 
 Call careful(const Function& function) {
-  for (const Care& care : kCare) {
-    if (function.name.rfind(care.beginning, 0) == 0) {
-      return {&function, care.texts, care.adjust, care.among};
+  Call call = {&function, Texts::kAny, nullptr, nullptr};
+  size_t longest = 0;
+  for (const Care& care : allCare()) {
+    for (const std::string& beginning : care.beginnings) {
+      if (beginning.size() < longest || !function.name.starts_with(beginning)) continue;
+      longest = beginning.size();
+      call = {&function, care.texts, care.adjust, care.among};
     }
   }
-  return {&function, Texts::kAny, nullptr, nullptr};
+  return call;
 }
 
 Arguments randomArguments(Context& context, const Call& call) {

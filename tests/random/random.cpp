@@ -28,40 +28,24 @@ int32_t hostileInt(Random& random) {
                                    -1,        0,          1,          2,        3,
                                    86400,     0x40000000, 0x40000001, 20200229, 19991231,
                                    235959,    0x3FFFFFFF, 0x7FFFFFFE, INT32_MAX};
-  switch (below(random, 10)) {
-    case 0:
-      return kExtremes[below(random, static_cast<int32_t>(std::size(kExtremes)))];
-    case 1:
-      return static_cast<int32_t>(next(random));
-    case 2:
-      return below(random, 4000) - 1000;
-    case 3:
-      return -below(random, 5);
-    default:
-      return below(random, 24);
-  }
+  const int32_t kind = below(random, 10);
+  if (kind == 0) return kExtremes[below(random, static_cast<int32_t>(std::size(kExtremes)))];
+  if (kind == 1) return static_cast<int32_t>(next(random));
+  if (kind == 2) return below(random, 4000) - 1000;
+  return kind == 3 ? -below(random, 5) : below(random, 24);
 }
 
 double hostileDouble(Random& random) {
   constexpr double kExtremes[] = {0.0,      -0.0,         INFINITY,     -INFINITY, NAN,    DBL_MAX,
                                   -DBL_MAX, DBL_MIN,      DBL_TRUE_MIN, 1e308,     -1e300, 9.3e18,
                                   -9.3e18,  2147483648.0, -693594.0,    0.1};
-  switch (below(random, 12)) {
-    case 0:
-      return kExtremes[below(random, static_cast<int32_t>(std::size(kExtremes)))];
-    case 1:
-      return static_cast<double>(static_cast<int64_t>(next(random)));
-    case 2:
-      return static_cast<double>(next(random)) * 0x1p-64;
-    case 3:
-      return 36526.0 + below(random, 20000) / 7.0;
-    case 4:
-      return -below(random, 1000) / 8.0;
-    case 5:
-      return below(random, 3);
-    default:
-      return 100.0 + below(random, 4000) / 100.0;
-  }
+  const int32_t kind = below(random, 12);
+  if (kind == 0) return kExtremes[below(random, static_cast<int32_t>(std::size(kExtremes)))];
+  if (kind == 1) return static_cast<double>(static_cast<int64_t>(next(random)));
+  if (kind == 2) return static_cast<double>(next(random)) * 0x1p-64;
+  if (kind == 3) return 36526.0 + below(random, 20000) / 7.0;
+  if (kind == 4) return -below(random, 1000) / 8.0;
+  return kind == 5 ? below(random, 3) : 100.0 + below(random, 4000) / 100.0;
 }
 
 const char* hostileText(Random& random) {

@@ -21,10 +21,14 @@ std::string readReport() {
   return text;
 }
 
-template <typename Function, typename... Arguments>
-void computeText(const char* name, Function* function, Arguments... arguments) {
-  const int32_t status = function(arguments...);
-  printText(name, std::to_string(status) + "\n" + readReport());
+// Calls the functions, which write the report, and prints it behind what they returned.
+void computeReports(const std::vector<std::string>& names, const Samples& samples,
+                    const Arguments& given) {
+  for (const std::string& name : names) {
+    const Function& function = every_function::functionNamed(name);
+    const double status = callWithSamples(function, samples, given).numbers[0];
+    printText(name.c_str(), label(status) + "\n" + readReport());
+  }
 }
 
 // Enters on crossings of the average and leaves by stop, target or at a close.
@@ -61,18 +65,6 @@ void appendStatistics(const qxTradeStats& statistics, std::vector<double>* numbe
   numbers->insert(numbers->end(), std::begin(words), std::end(words));
 }
 
-void printReports(const qxOrderSystem* system) {
-  computeText("qxProfitRpt", qxProfitRpt, system, kReportFile, 0);
-  computeText("qxProfitRpt1", qxProfitRpt1, system, kReportFile, 0, ";");
-  computeText("qxPrintTrades", qxPrintTrades, system, kReportFile, 0);
-  computeText("qxPrintOrders", qxPrintOrders, system, kReportFile, 0);
-  for (const char* delimiter : {" ", ","}) {
-    computeText("qxTradeRpt1", qxTradeRpt1, system, kReportFile, 0, delimiter, 1);
-    computeText("qxOpenPosRpt1", qxOpenPosRpt1, system, kReportFile, 0, delimiter, 1);
-    computeText("qxOrderRpt1", qxOrderRpt1, system, kReportFile, 0, delimiter, 1);
-  }
-}
-
 void simulate(const Prices& prices, bool pyramid, double tick, double percent) {
   qxArray average = {};
   qxSimpleMA(&prices.bars.close, &average, 25, 0);
@@ -96,7 +88,11 @@ void simulate(const Prices& prices, bool pyramid, double tick, double percent) {
   }
   print("qxProcessOrders", pyramid ? " pyramid" : "", numbers);
   computeAll({"qxCreateTradeGraph"}, {{&system}});
-  printReports(&system);
+  computeReports({"qxProfitRpt", "qxPrintTrades", "qxPrintOrders"}, {}, {&system, kReportFile, 0});
+  for (const char* delimiter : {";", " ", ","}) {
+    computeReports({"qxProfitRpt1", "qxTradeRpt1", "qxOpenPosRpt1", "qxOrderRpt1"}, {},
+                   {&system, kReportFile, 0, delimiter, 1});
+  }
   qxOrderSystemClose(&system);
   qxFreeArray(&average);
 }
@@ -107,13 +103,13 @@ void computeVariables() {
   variables[1].from = 0.1, variables[1].to = 0.5, variables[1].step = 0.1;
   variables[2].from = -3.25, variables[2].to = -3.25;
   const uint32_t count = qxOptVarCount(variables, 3);
-  print("qxOptVarCount", "", {static_cast<double>(count)});
+  print("qxOptVarCount", "", {1.0 * count});
   for (uint32_t k = 1; k <= count; ++k) {
     char text[200];
-    std::vector<double> numbers = {static_cast<double>(qxOptVarValue(variables, 3, k))};
+    std::vector<double> numbers = {1.0 * qxOptVarValue(variables, 3, k)};
     for (const qxOptVar& variable : variables) numbers.push_back(variable.value);
     print("qxOptVarValue", label(k), numbers);
-    print("qxOptVarStringLen", "", {static_cast<double>(qxOptVarStringLen(variables, 3, ", "))});
+    print("qxOptVarStringLen", "", {1.0 * qxOptVarStringLen(variables, 3, ", ")});
     qxOptVarString(variables, 3, ", ", text);
     printText("qxOptVarString", text);
   }
@@ -128,12 +124,17 @@ void computeTrading(const Prices& prices) {
   qxBars columns = {};
   qxArray map = {};
   qxBars2PNF(&prices.bars, &columns, &map, 25.0, 3.0, 0);
-  computeText("qxPNFchart", qxPNFchart, &columns, 25.0, kReportFile, 0);
+  computeReports({"qxPNFchart"}, {"columns", {&columns, &columns}, {}, nullptr},
+                 {25.0, kReportFile, 0});
   qxFreeBars(&columns);
   qxFreeArray(&map);
-  computeText("qxArrayPrintf", qxArrayPrintf, kReportFile, 0, 0, 20, "Date Close\n",
-              "%CYMDi %10.4f %8.3e %i\n", &prices.bars.date, &prices.bars.close, &prices.upVolume,
-              &prices.bars.volume);
+  const qxBars& bars = prices.bars;
+  computeReports({"qxArrayPrintf"},
+                 {"columns",
+                  {&bars, &bars},
+                  {&bars.date, &bars.close, &prices.upVolume, &bars.volume},
+                  nullptr},
+                 {kReportFile, 0, 0, 20, "Date Close\n", "%CYMDi %10.4f %8.3e %i\n"});
 }
 
 }  // namespace same_bits
