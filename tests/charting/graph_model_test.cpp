@@ -212,10 +212,11 @@ TEST(GraphModel, BadIndexesChangeNothing) {
 
 // Reads the first of two elements, changes it and stores it over the last.
 template <typename Owner, typename Element, typename Field>
-void replaceLast(auto get, auto set, Owner* owner, Field Element::*field, auto... pane) {
+void replaceLast(auto get, auto set, Owner* owner, Field Element::*field, int32_t value,
+                 auto... pane) {
   Element element;
   ASSERT_EQ(get(owner, &element, pane..., 0), QX_SUCCESS);
-  element.*field = 77;
+  element.*field = static_cast<Field>(value);
   EXPECT_EQ(set(owner, &element, pane..., -1), QX_SUCCESS);
   EXPECT_EQ(set(nullptr, &element, pane..., 0), QX_ERR_INVALID_PARM);
   for (const int32_t bad : kBadIndexes) {
@@ -223,39 +224,32 @@ void replaceLast(auto get, auto set, Owner* owner, Field Element::*field, auto..
     EXPECT_EQ(get(owner, &element, pane..., bad), QX_ERR_INVALID_PARM);
     EXPECT_TRUE(isZero(&element, sizeof element));
     EXPECT_EQ(get(owner, &element, pane..., -1), QX_SUCCESS);
-    EXPECT_EQ(element.*field, 77);
+    EXPECT_EQ(element.*field, value);
   }
 }
 
 TEST(GraphModel, ElementsAreReplacedInGraphsAndInPaneRecords) {
   BarSet bars(workedBars());
-  for (const bool inGraph : {true, false}) {
-    Graph graph;
-    for (int32_t i = 0; i < 2; ++i) {
-      graph.add(0, QX_CHART_CANDLE, nullptr, bars, 0, 1);
-      graph.addLine(0, 0, 1);
-      graph.addShape(0, QX_SHAPE_SEGMENT, 1, 10, 2, 20);
-    }
-    qxGraphSubwin pane = graph.pane(0);
-    if (inGraph) {
-      replaceLast(qxGraphGetChart, qxGraphSetChart, &graph.graph, &qxGraphChart::colour, -1);
-      replaceLast(qxGraphGetLine, qxGraphSetLine, &graph.graph, &qxGraphLine::price, -1);
-      replaceLast(qxGraphGetShape, qxGraphSetShape, &graph.graph, &qxGraphShape::y1, -1);
-      qxGraphLine line;
-      for (const int32_t bad : kBadIndexes) {
-        EXPECT_EQ(qxGraphGetLine(graph, &line, bad, 0), QX_ERR_INVALID_PARM);
-      }
-    } else {
-      replaceLast(qxGraphSubwinGetChart, qxGraphSubwinSetChart, &pane, &qxGraphChart::colour);
-      replaceLast(qxGraphSubwinGetLine, qxGraphSubwinSetLine, &pane, &qxGraphLine::price);
-      replaceLast(qxGraphSubwinGetShape, qxGraphSubwinSetShape, &pane, &qxGraphShape::y1);
-    }
-    for (const int32_t i : {0, 1}) {
-      EXPECT_EQ(graph.chart(0, i).colour, i == 0 ? 0u : 77u);
-      EXPECT_EQ(pane.lines[i].price, i == 0 ? 1 : 77);
-      EXPECT_EQ(pane.shapes[i].y1, i == 0 ? 10 : 77);
-    }
+  Graph graph;
+  for (int32_t i = 0; i < 2; ++i) {
+    graph.add(0, QX_CHART_CANDLE, nullptr, bars, 0, 1);
+    graph.addLine(0, 0, 1);
+    graph.addShape(0, QX_SHAPE_SEGMENT, 1, 10, 2, 20);
   }
+  replaceLast(qxGraphGetChart, qxGraphSetChart, &graph.graph, &qxGraphChart::penstyle, 77, -1);
+  replaceLast(qxGraphGetLine, qxGraphSetLine, &graph.graph, &qxGraphLine::price, 77, -1);
+  replaceLast(qxGraphGetShape, qxGraphSetShape, &graph.graph, &qxGraphShape::y1, 77, -1);
+  for (const int32_t bad : kBadIndexes) {
+    qxGraphLine line;
+    EXPECT_EQ(qxGraphGetLine(graph, &line, bad, 0), QX_ERR_INVALID_PARM);
+  }
+  qxGraphSubwin pane = graph.pane(0);
+  replaceLast(qxGraphSubwinGetChart, qxGraphSubwinSetChart, &pane, &qxGraphChart::penstyle, 78);
+  replaceLast(qxGraphSubwinGetLine, qxGraphSubwinSetLine, &pane, &qxGraphLine::price, 78);
+  replaceLast(qxGraphSubwinGetShape, qxGraphSubwinSetShape, &pane, &qxGraphShape::y1, 78);
+  EXPECT_EQ((Numbers{pane.charts[0].penstyle, pane.charts[1].penstyle}), (Numbers{0, 78}));
+  EXPECT_EQ(pane.lines[0].price + pane.shapes[0].y1, 1 + 10);
+  EXPECT_EQ(pane.lines[1].price + pane.shapes[1].y1, 78 + 78);
 }
 
 // The margins pad the scale that painting stores, by pixels of the unpadded scale.

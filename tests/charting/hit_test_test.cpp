@@ -1,6 +1,5 @@
 // Pixels of values, what lies under a pixel, and selection, on a graph laid out by hand.
 #include <cmath>
-#include <random>
 #include <string>
 
 #include "tests/charting/graph.h"
@@ -234,38 +233,6 @@ TEST(HitTest, ShapesComeBeforeChartsAndLinesLast) {
   EXPECT_EQ(p.kindAt(13, 85), QX_HIT_CHART);
   EXPECT_EQ(p.at(13, 85).element, 1);
   EXPECT_EQ(p.kindAt(60, 85), QX_HIT_LINE);
-}
-
-// Areas and panes as painting never leaves them, but callers may.
-TEST(HitTest, HostileNumbersAreHarmless) {
-  std::mt19937 random(7);
-  const int32_t numbers[] = {INT32_MIN, INT32_MIN + 1, -1000, -1, 0, 1, 2, 7, 100, INT32_MAX};
-  const double values[] = {-HUGE_VAL, -1e308, -1, 0, 1e-320, 1, 50, 1e308, HUGE_VAL, std::nan("")};
-  const auto number = [&] { return numbers[random() % 10]; };
-  const auto value = [&] { return values[random() % 10]; };
-  for (int32_t round = 0; round < 4000; ++round) {
-    Picture p({});
-    for (int32_t* setting : {&p->barwidth, &p->firstshown, &p->lastshown, &p->titleheight}) {
-      *setting = number();
-    }
-    p->area = p->bararea = {number(), number(), INT32_MAX, INT32_MAX};
-    p->valuearea = {};
-    p.pane(0).pane = {number(), number(), number(), number()};
-    for (int32_t style = 0; style < 10; ++style) {
-      qxGraphChart& chart = p.add(0, style, p.series, p.bars, value(), value());
-      chart.scaleflags = style % 4;
-      chart.penwidth = number();
-      chart.series.firstvalid = number();
-    }
-    for (int32_t kind = 1; kind < 4; ++kind)
-      p.addShape(0, kind, value(), value(), value(), value());
-    p.addLine(0, 0, value());
-    for (int32_t probe = 0; probe < 4; ++probe) {
-      p.at(number(), number());
-      int32_t x, y;
-      EXPECT_GE(qxGraphGetXYpos(p, 0, probe, number(), value(), &x, &y), 0);
-    }
-  }
 }
 
 TEST(HitTest, SelectionMarksOneElement) {

@@ -254,32 +254,6 @@ TEST(Plan, SecondValueAxisShowsAnotherScaleOnly) {
   EXPECT_EQ(widthWith(0, 2), 0) << "a missing chart";
 }
 
-TEST(Plan, HostileViewsArePlanned) {
-  SmallGraph small;
-  qxGraph& graph = small.graph;
-  graph.headershown = graph.datesshown = graph.axisshown = graph.axisshown2 = graph.gridwidth = 1;
-  for (int32_t style = -1; style <= 10; ++style) {
-    qxGraphChart& chart = small.add(0, style, small.values, small.bars, 0, 93);
-    chart.minmode = chart.maxmode = 1 + style % 2;
-    chart.selected = 1;
-  }
-  small.addShape(0, QX_SHAPE_SEGMENT, NAN, INFINITY, 1e300, -1e300, 0, INT32_MAX, 0, 1);
-  small.addShape(0, QX_SHAPE_ELLIPSE, -1e300, -1e300, 1e300, 1e300, 0, INT32_MIN, 0, 1);
-  small.values.record.data[1] = small.bars->date.data[1] = NAN;
-  small.bars->high.data[0] = INFINITY;
-  small.bars->date.data[2] = 1e300;
-  for (const int32_t first : {INT32_MIN, -5, 0, 2, 3, INT32_MAX}) {
-    for (const int32_t last : {INT32_MIN, -1, 0, 2, INT32_MAX}) {
-      for (const int32_t width : {INT32_MIN, 0, 1, 2, 30, INT32_MAX}) {
-        graph.firstshown = first;
-        graph.lastshown = last;
-        graph.barwidth = width;
-        small.plan();
-      }
-    }
-  }
-}
-
 TEST(Plan, CostFollowsWhatIsShown) {
   const auto count = [](size_t loaded) {
     BarSet bars(std::vector<qxtest::Bar>(loaded, {45000, 99, 102, 97, 100, 0, 0}));

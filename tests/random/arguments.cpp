@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <set>
 
 namespace qxrandom {
@@ -156,11 +157,13 @@ qxGraph* randomGraph(Context& context) {
   qxGraph& g = context.lasting.graph;
   if (onceIn(random, 30)) {
     int32_t* const settings[] = {
-        &g.barwidth,    &g.firstshown, &g.lastshown,  &g.area.left,   &g.area.top,   &g.area.right,
-        &g.area.bottom, &g.axisshown,  &g.axisshown2, &g.hgap,        &g.vgap,       &g.ticklength,
-        &g.datesshown,  &g.gridwidth,  &g.gridstyle,  &g.headershown, &g.titleheight};
+        &g.barwidth,      &g.firstshown,  &g.lastshown,    &g.area.left,   &g.area.top,
+        &g.area.right,    &g.area.bottom, &g.axisshown,    &g.axisshown2,  &g.hgap,
+        &g.vgap,          &g.ticklength,  &g.datesshown,   &g.gridwidth,   &g.gridstyle,
+        &g.headershown,   &g.titleheight, &g.bararea.left, &g.bararea.top, &g.bararea.right,
+        &g.bararea.bottom};
     float* const sizes[] = {&g.axissize, &g.titlesize, &g.headersize, &g.footersize};
-    *settings[below(random, 17)] = hostileInt(random);
+    *settings[below(random, static_cast<int32_t>(std::size(settings)))] = hostileInt(random);
     const double size = hostileDouble(random);
     if (onceIn(random, 3)) {
       *sizes[below(random, 4)] = std::fabs(size) < 1e30 ? static_cast<float>(size) : -1.0f;

@@ -267,7 +267,8 @@ void changePane(Context& context, Arguments& a) {
   qxGraphSubwin pane = {};
   if (qxGraphGetSubwin(&context.lasting.graph, &pane, index) != QX_SUCCESS) a[0] = nullptr;
   for (int32_t* setting :
-       {&pane.height, &pane.axischart, &pane.axischart2, &pane.gridstyle, &pane.gridwidth}) {
+       {&pane.height, &pane.axischart, &pane.axischart2, &pane.gridstyle, &pane.gridwidth,
+        &pane.pane.left, &pane.pane.top, &pane.pane.right, &pane.pane.bottom}) {
     *setting = hostileInt(random);
   }
   pane.titleshown = below(random, 2);
