@@ -208,6 +208,8 @@ TEST(Plan, ScalesAreSharedPaddedAndStored) {
   // Values that are no numbers leave the scale as it is.
   EXPECT_EQ(planned3(NAN, 500), Range(0, 505));
   EXPECT_EQ(planned3(1, INFINITY), Range(0, 505));
+  alone.series.firstvalid = 3;
+  EXPECT_EQ(planned3(1, 2), Range(0, 505));
 }
 
 TEST(Plan, ValueAxisMarksItsPane) {
