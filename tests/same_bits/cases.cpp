@@ -39,8 +39,8 @@ void computeDates() {
   computeAll({"qxYMDtoDate", "qxDateValidate"}, {years, {0, 2, 12}, {29}, {13}, {59}, {58}});
   computeAll({"qxYMDToJulian"}, {years, {0, 2, 12}, {28}});
   computeAll({"qxYMDDif"}, {{1999}, {12}, {31}, years, {0, 2, 12}, {28}});
-  computeAll({"qxNumToDate"},
-             {{-49772, 228, 190228, 200228, 990228, 1000228, 18990228, 20000228, 99990228}});
+  computeAll({"qxNumToDate"}, {{-49772, 228, 190228, 200228, 990228, 1000228, 18990228, 19000228,
+                                20000228, 20040228, 21000228, 99990228}});
   computeAll({"qxNumToTime"}, {{-65, 0, 247, 1287, 24687, 26000, 129987, 235959, 93059, 240000}});
   computeAll({"qxHMSToJulian"}, {{-5, 0, 19, 23}, {-5, 0, 39, 59}, {59}});
   computeAll({"qxHMSDif"}, {{9}, {30}, {0}, {-5, 0, 19, 23}, {-5, 0, 39, 59}, {59}});

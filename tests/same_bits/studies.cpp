@@ -4,55 +4,59 @@
 namespace same_bits {
 namespace {
 
+// A list of choices for each argument: every combination is tried.
+using Choices = std::vector<Arguments>;
+
 // What to pass to a function of so many whole numbers: periods with a start, methods of averages,
-// ranges, flags. The methods stand for the first or third of them.
-std::vector<Arguments> wholeNumbers(size_t count) {
+// ranges, flags.
+std::vector<Choices> wholeNumbers(size_t count) {
+  const Arguments methods = {0, 1, 2, 3, 4, 5, 6, 7};
   switch (count) {
     case 0:
       return {{}};
     case 1:
-      return {{0}, {1}, {2}, {3}, {4}, {5}, {6}, {250}};
+      return {{{0, 1, 2, 3, 4, 5, 6, 250}}};
     case 2:
-      return {{1, 0},    {2, 0},     {5, 0},    {14, 0},    {50, 0},     {233, 0},
-              {14, 250}, {100, 119}, {0, 5104}, {4000, 12}, {2500, 1000}};
+      return {{{1, 2, 5, 14, 50, 233}, {0}},
+              {{14, 100}, {119, 250}},
+              {{0, 2500}, {1000, 5104}},
+              {{4000}, {12}}};
     case 3:
-      return {{0, 21, 0},    {1, 21, 0},      {2, 21, 0},     {3, 21, 0},    {4, 21, 0},
-              {5, 21, 0},    {6, 21, 0},      {7, 21, 0},     {14, 20, 0},   {10, 3, 250},
-              {19, 39, 1},   {0, 100, 119},   {1, 100, 119},  {0, 0, 5104},  {1, 0, 5104},
-              {0, 5104, 0},  {0, 5104, 1},    {100, 119, 0},  {100, 119, 1}, {14, 0, 5104},
-              {100, 1, 500}, {4000, 4000, 1}, {2500, 1000, 0}};
+      return {{methods, {21}, {0}},
+              {{14, 19}, {20, 39}, {1}},
+              {{10}, {3}, {250}},
+              {{0, 1, 14}, {0, 100}, {119, 5104}},
+              {{0, 100}, {119, 5104}, {0, 1}},
+              {{4000}, {4000}, {1}},
+              {{2500}, {1000}, {0}}};
     case 4:
-      return {{12, 26, 0, 0}, {12, 26, 1, 0},   {12, 26, 2, 0},  {12, 26, 3, 0},
-              {12, 26, 4, 0}, {12, 26, 5, 0},   {12, 26, 6, 0},  {12, 26, 7, 0},
-              {12, 26, 9, 0}, {9, 26, 52, 250}, {34, 55, 13, 0}, {7, 14, 28, 1}};
+      return {{{12}, {26}, methods, {0}}, {{9, 34}, {26, 55}, {9, 52}, {0, 250}}};
     default:
-      return {{0, 14, 3, 5, 0},  {1, 14, 3, 5, 0},   {2, 14, 3, 5, 0}, {3, 14, 3, 5, 0},
-              {4, 14, 3, 5, 0},  {5, 14, 3, 5, 0},   {6, 14, 3, 5, 0}, {7, 14, 3, 5, 0},
-              {13, 25, 2, 9, 0}, {13, 25, 2, 9, 250}};
+      return {{methods, {14}, {3}, {5}, {0}}, {{13}, {25}, {2}, {9}, {0, 250}}};
   }
 }
 
 // Factors, percentages, periods, dates; of two: steps, boxes, ranges of dates.
-std::vector<Arguments> realNumbers(size_t count) {
+Choices realNumbers(size_t count) {
   switch (count) {
     case 0:
-      return {{}};
+      return {};
     case 1:
-      return {{0.0}, {0.02}, {1.0}, {2.5}, {26.0}, {38000.0}};
+      return {{0.0, 0.02, 1.0, 2.5, 26.0, 38000.0}};
     case 2:
-      return {{5.0, 0.7}, {8.5, 0.0}, {0.02, 0.2}, {100.0, 0.1}, {12.5, 3.0}, {37000.5, 0.0}};
+      return {{0.02, 5.0, 12.5, 37000.5}, {0.0, 0.2, 0.7, 3.0}};
     case 3:
-      return {{250.0, 15000.0, 25.0}};
+      return {{250.0}, {15000.0}, {25.0}};
     default:
-      return {{0.0, 0.0, 3.3, 100.0}, {500.0, 2000.0, -0.1, 100.0}};
+      return {{0.0, 500.0}, {0.0, 2000.0}, {-0.1, 3.3}, {100.0}};
   }
 }
 
 // Functions that call the C library, where nothing cancels: the last bit of an exp or a sine is
 // many last bits of a difference near 0.
-std::vector<Arguments> wholeNumbersFor(const Function& function, size_t count) {
-  if (function.name == "qxDemandIdx") return {{1, 9, 0}, {5, 9, 0}, {14, 9, 0}, {10, 3, 250}};
-  if (function.name == "qxMESAsinewave") return {{1, 0}, {15, 0}, {25, 0}, {60, 0}};
+std::vector<Choices> wholeNumbersFor(const Function& function, size_t count) {
+  if (function.name == "qxDemandIdx") return {{{1, 5, 14}, {9}, {0}}, {{10}, {3}, {250}}};
+  if (function.name == "qxMESAsinewave") return {{{1, 15, 25, 60}, {0}}};
   return wholeNumbers(count);
 }
 
@@ -80,12 +84,9 @@ void computeStudy(const Function& function, const Samples& samples) {
     computeEveryBar(function, samples);
     return;
   }
-  for (const Arguments& integers : wholeNumbersFor(function, whole)) {
-    for (const Arguments& reals : realNumbers(real)) {
-      Arguments given = integers;
-      given.insert(given.end(), reals.begin(), reals.end());
-      compute(function, samples, given);
-    }
+  for (Choices choices : wholeNumbersFor(function, whole)) {
+    for (const Arguments& choice : realNumbers(real)) choices.push_back(choice);
+    computeAll({function.name}, choices, samples);
   }
 }
 
