@@ -2,9 +2,10 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
 #include <type_traits>
 #include <utility>
+
+#include "tests/support/name_of.h"
 
 namespace every_function {
 namespace {
@@ -60,14 +61,6 @@ T passed(const Argument& argument) {
   }
 }
 
-// The name as the compiler writes it behind "Exported = ".
-template <auto Exported>
-std::string nameOf() {
-  const std::string_view text = __PRETTY_FUNCTION__;
-  const size_t from = text.find("qx", text.find("Exported = "));
-  return std::string(text.substr(from, text.find_first_of(";]", from) - from));
-}
-
 template <auto Exported>
 struct Described;
 
@@ -85,7 +78,9 @@ struct Described<Exported> {
   static double call(const Arguments& arguments) {
     return callWith(arguments, std::index_sequence_for<Types...>());
   }
-  static Function function() { return {nameOf<Exported>(), {parameterOf<Types>()...}, call}; }
+  static Function function() {
+    return {qxtest::nameOf<Exported>(), {parameterOf<Types>()...}, call};
+  }
 };
 
 // The series printer takes any number of series: more here than a short format can consume.

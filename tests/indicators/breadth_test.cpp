@@ -48,45 +48,44 @@ const Values kSummation = {0,
 
 // The series that each study reads are named by the letters of those columns.
 const std::vector<StudyCase> kCases = {
-    row("qxADIssues", study<qxADIssues>("oh"), {}, {0},
+    row(study<qxADIssues>("oh"), {}, {0},
         {{200, -200, -500, 700, 0, 800, -400, -500, 600, 300, -200, 0, 100, 440}}),
-    row("qxUpDownVolume", study<qxUpDownVolume>("cv"), {}, {0},
+    row(study<qxUpDownVolume>("cv"), {}, {0},
         {{200, -200, -170, 200, -240, 800, -360, -400, 540, 260, -100, 60, -280, 420}}),
-    row("qxABI", study<qxABI>("oh"), {}, {0},
+    row(study<qxABI>("oh"), {}, {0},
         {{200, 200, 500, 700, 0, 800, 400, 500, 600, 300, 200, 0, 100, 440}}),
-    row("qxADRatio", study<qxADRatio>("oh"), {}, {0},
+    row(study<qxADRatio>("oh"), {}, {0},
         {{1.5, 0.6666666667, 0, 0, 1, 9, 0.4285714286, 0.3333333333, 4, 1.857142857, 0.6666666667,
           0, 1.222222222, 2.571428571}}),
-    row("qxUpDownRatio", study<qxUpDownRatio>("cv"), {}, {0},
+    row(study<qxUpDownRatio>("cv"), {}, {0},
         {{3, 0.4285714286, 0.3461538462, 2, 0, 0, 0.25, 0.2, 4.375, 2.083333333, 0.7142857143, 0, 0,
           2.909090909}}),
-    row("qxADLineBreadth", study<qxADLineBreadth>("oh"), {}, {0},
+    row(study<qxADLineBreadth>("oh"), {}, {0},
         {{0.6, 0.4, 0, 1, 0.5, 0.9, 0.3, 0.25, 0.8, 0.65, 0.4, 0, 0.55, 0.72}}),
-    row("qxTRIN", study<qxTRIN>("ohcv"), {}, {0}, {kTradingIndex}),
-    row("qxArmsIdx", study<armsToTheEnd>("ohcv"), {}, {0}, {kTradingIndex}),
-    row("qxADLine", study<qxADLine>("oh"), {}, {1},
+    row(study<qxTRIN>("ohcv"), {}, {0}, {kTradingIndex}),
+    row(study<armsToTheEnd>("ohcv"), {}, {0}, {kTradingIndex}),
+    row(study<qxADLine>("oh"), {}, {1},
         {{200, 0, -500, 200, 200, 1000, 600, 100, 700, 1000, 800, 800, 900, 1340}}),
-    row("qxCVI", study<qxCVI>("cv"), {}, {0},
+    row(study<qxCVI>("cv"), {}, {0},
         {{200, 0, -170, 30, -210, 590, 230, -170, 370, 630, 530, 590, 310, 730}}),
-    row("qxBoltonTremblay", study<qxBoltonTremblay>("ohl"), {}, {1},
+    row(study<qxBoltonTremblay>("ohl"), {}, {1},
         {{0, 0, -2.236067977, 3.055434645, 3.055434645, 3.055434645, 0.4734457472, -3.062088159,
           0.4020134564, 2.134064264, -1.028213396, -1.028213396, -1.028213396, 1.316994484}}),
-    row("qxOverBoughtSold", study<qxOverBoughtSold>("oh"), {}, {0},
+    row(study<qxOverBoughtSold>("oh"), {}, {0},
         {{200, 127.2727273, 13.2231405, 138.0916604, 112.9840858, 237.8960702, 121.9149665,
           8.83951806, 116.323242, 149.7190162, 86.13374055, 70.47306045, 75.84159491, 142.052214}}),
-    row("qxSTIX", study<qxSTIX>("oh"), {4}, {0},
+    row(study<qxSTIX>("oh"), {4}, {0},
         {{60, 52, 31.2, 58.72, 55.232, 69.1392, 53.48352, 42.090112, 57.2540672, 60.35244032,
           52.21146419, 31.32687852, 40.79612711, 53.27767627}}),
-    row("qxBreadthThrust", study<qxBreadthThrust>("oh"), {}, {9},
+    row(study<qxBreadthThrust>("oh"), {}, {9},
         {{0, 0, 0, 0, 0, 0, 0, 0, 0, 0.54, 0.52, 0.48, 0.535, 0.507}}),
-    row("qxOpen10TRIN", study<qxOpen10TRIN>("ohcv"), {}, {9},
+    row(study<qxOpen10TRIN>("ohcv"), {}, {9},
         {{0, 0, 0, 0, 0, 0, 0, 0, 0, 0.9959092312, 1.018619607, 0.9786110614, 1.156903081,
           1.005201435}}),
-    row("qxBretzTRIN5", study<qxBretzTRIN5>("ohcv"), {}, {0}, {kTradingIndex}),
-    row("qxMcClellanOscillator", study<qxMcClellanOscillator>("oh"), {3, 6}, {0}, {kOscillator}),
-    row("qxMcClellanSummation", study<qxMcClellanSummation>("oh"), {3, 6}, {0}, {kSummation}),
-    row("qxMcClellanOscSum", study<qxMcClellanOscSum>("oh"), {3, 6}, {0, 1},
-        {kOscillator, kSummation}),
+    row(study<qxBretzTRIN5>("ohcv"), {}, {0}, {kTradingIndex}),
+    row(study<qxMcClellanOscillator>("oh"), {3, 6}, {0}, {kOscillator}),
+    row(study<qxMcClellanSummation>("oh"), {3, 6}, {0}, {kSummation}),
+    row(study<qxMcClellanOscSum>("oh"), {3, 6}, {0, 1}, {kOscillator, kSummation}),
 };
 
 TEST(Breadth, WorkedCases) {
@@ -142,7 +141,7 @@ TEST(Breadth, StaysFiniteOnAnExchangesHistory) {
   for (const StudyCase& c : kCases) {
     Series outputs[2];
     EXPECT_EQ(run(c, days, outputs, 0), QX_SUCCESS);
-    for (const Series& out : outputs) expectFinite(out, c.name);
+    for (const Series& out : outputs) expectFinite(out, describe(c).c_str());
   }
   Series line;
   qxADLine(&days->open, &days->high, line, 0);

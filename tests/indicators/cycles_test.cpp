@@ -8,18 +8,17 @@ namespace {
 using namespace qxtest;
 
 const std::vector<StudyCase> kCases = {
-    row("sinewave of 6", study<qxMESAsinewave>(), {period(6)}, {5, 5},
+    row(study<qxMESAsinewave>(), {period(6)}, {5, 5},
         {{0, 0, 0, 0, 0, -0.755928946, 0.5, 1, 0.6546536707, -0.2250175802, -0.6933752453,
           0.9707253434},
          {0, 0, 0, 0, 0, -0.07161243394, 0.9659258263, 0.7071067812, -0.07161243394, -0.8480842751,
           -0.9998150032, 0.8562480281}}),
-    row("sinewave of 12", study<qxMESAsinewave>(), {period(12)}, {11, 11},
+    row(study<qxMESAsinewave>(), {period(12)}, {11, 11},
         {{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0.7570967323},
          {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0.07339339912}}),
-    row("sinewave of 1", study<qxMESAsinewave>(), {period(1)}, {0, 0},
+    row(study<qxMESAsinewave>(), {period(1)}, {0, 0},
         {Values(12, 1.0), Values(12, std::sqrt(0.5))}),
-    row("intervals", study<qxFillInterval>(), {period(4)}, {0},
-        {{1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0}}),
+    row(study<qxFillInterval>(), {period(4)}, {0}, {{1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0}}),
 };
 
 TEST(Cycles, WorkedCases) {

@@ -12,13 +12,13 @@ int32_t detrendToTheEnd(const qxArray* in, qxArray* out, int32_t start) {
 }
 
 const std::vector<StudyCase> kCases = {
-    row("qxPerformancePct", study<qxPerformancePct>(), {}, {0},
+    row(study<qxPerformancePct>(), {}, {0},
         {{0, 3.921568627, 1.960784314, 0, -3.921568627, -1.960784314, 3.921568627, 7.843137255,
           5.882352941, 1.960784314, 7.843137255, 11.76470588}}),
-    row("qxDeTrend", study<detrendToTheEnd>(), {}, {0},
+    row(study<detrendToTheEnd>(), {}, {0},
         {{1.060606061, 2.641025641, 1.221445221, -0.1981351981, -2.617715618, -2.037296037,
           0.5431235431, 2.123543124, 0.703962704, -1.715617716, 0.8648018648, 2.445221445}}),
-    row("qxCSIndex", study<qxCSIndex>(), {period(2), 50, notBelow(1, 2000), 25}, {5},
+    row(study<qxCSIndex>(), {period(2), 50, notBelow(1, 2000), 25}, {5},
         {{0, 0, 0, 0, 0, 149.0338935, 114.0812609, 149.1772322, 125.6744604, 114.525354,
           98.53593774, 113.7717823}}),
 };

@@ -17,32 +17,32 @@ int32_t linesToTheEnd(const qxArray* in, qxArray* slope, qxArray* intercept, int
 
 // Prices of the bars, and statistics of closes and volumes.
 const std::vector<StudyCase> kCases = {
-    row("qxTypicalPrices", study<qxTypicalPrices>(), {}, {0},
+    row(study<qxTypicalPrices>(), {}, {0},
         {{50.66666667, 52.33333333, 53, 51.33333333, 49.66666667, 49.33333333, 52, 54.33333333, 55,
           52.33333333, 54, 56.33333333}}),
-    row("qxWeightedCloses", study<qxWeightedCloses>(), {}, {0},
+    row(study<qxWeightedCloses>(), {}, {0},
         {{50.75, 52.5, 52.75, 51.25, 49.5, 49.5, 52.25, 54.5, 54.75, 52.25, 54.25, 56.5}}),
-    row("qxMedianPrices", study<qxMedianPrices>(), {}, {0},
+    row(study<qxMedianPrices>(), {}, {0},
         {{50.5, 52, 53.5, 51.5, 50, 49, 51.5, 54, 55.5, 52.5, 53.5, 56}}),
-    row("qxAvgPrices", study<qxAvgPrices>(), {}, {0},
+    row(study<qxAvgPrices>(), {}, {0},
         {{50.5, 52, 53, 51.5, 50, 49.25, 51.5, 54, 55, 52.75, 53.5, 56}}),
-    row("qxTR", study<qxTR>(), {}, {0}, {{3, 4, 3, 3, 4, 4, 3, 4, 3, 3, 3, 4}}),
-    row("qxStdDevMv", study<qxStdDevMv>(), {1, period(4)}, {3},
+    row(study<qxTR>(), {}, {0}, {{3, 4, 3, 3, 4, 4, 3, 4, 3, 3, 3, 4}}),
+    row(study<qxStdDevMv>(), {1, period(4)}, {3},
         {{0, 0, 0, 0.9574271078, 1.707825128, 1.290994449, 1.707825128, 2.753785274, 2.160246899,
           1.290994449, 1.414213562, 2.081665999}}),
-    row("qxStdErrMv", study<qxStdErrMv>(), {period(4)}, {3},
+    row(study<qxStdErrMv>(), {period(4)}, {3},
         {{0, 0, 0, 1.161895004, 0.3872983346, 0.9486832981, 1.774823935, 0.5916079783, 1.449137675,
           1.449137675, 1.702938637, 1.702938637}}),
-    row("qxDispersionMv", study<qxDispersionMv>(), {period(4)}, {3},
+    row(study<qxDispersionMv>(), {period(4)}, {3},
         {{0, 0, 0, 0.1601380255, 0.1617318928, 0.1629172876, 0.1987267387, 0.1962251149,
           0.1946443924, 0.1761918825, 0.1933726397, 0.2078042967}}),
-    row("qxCorCoefMv", study<qxCorCoefMv>("cv"), {1, period(4)}, {3},
+    row(study<qxCorCoefMv>("cv"), {1, period(4)}, {3},
         {{0, 0, 0, 0.4045199175, -0.6831300511, -1, 0.377964473, 0.6556121685, 0.1463850109,
           -0.04170288281, 0.04659992125, 0.5375841493}}),
-    row("qxCovarianceMv", study<qxCovarianceMv>("cv"), {period(4)}, {3},
+    row(study<qxCovarianceMv>("cv"), {period(4)}, {3},
         {{0, 0, 0, 50, -291.6666667, -333.3333333, 166.6666667, 308.3333333, 100, -16.66666667,
           16.66666667, 375}}),
-    row("qxRSquared", study<qxRSquared>(), {period(4)}, {3},
+    row(study<qxRSquared>(), {period(4)}, {3},
         {{0, 0, 0, 0.01818181818, 0.9657142857, 0.64, 0.28, 0.9692307692, 0.7, 0.16, 0.03333333333,
           0.5538461538}}),
 };
@@ -53,7 +53,7 @@ TEST(Statistics, WorkedCases) {
 
 TEST(Statistics, RealPrices) {
   checkRealPrices(kCases);
-  checkRealPrices({row("qxRegressionLineMv", study<linesToTheEnd>(), {20}, {}, {})});
+  checkRealPrices({row(study<linesToTheEnd>(), {20}, {}, {})});
 }
 
 TEST(Statistics, ArrayStatsTreatsZerosAsMissingForAllButTheMaximum) {

@@ -195,10 +195,15 @@ qxArray* column(qxBars* bars, char letter) {
   return seriesOf(*bars)[1 + kBars.find(letter)];
 }
 
-StudyCase row(const char* name, Study study, std::vector<Number> numbers,
-              std::vector<int32_t> firstValid, std::vector<Values> values,
-              std::vector<Values> awkward) {
-  return {name, study, numbers, firstValid, values, awkward};
+StudyCase row(Study study, std::vector<Number> numbers, std::vector<int32_t> firstValid,
+              std::vector<Values> values, std::vector<Values> awkward) {
+  return {study, numbers, firstValid, values, awkward};
+}
+
+std::string describe(const StudyCase& c) {
+  std::string text = c.study.name;
+  for (const Number& number : c.numbers) text += " " + std::to_string(number.value);
+  return text;
 }
 
 int32_t run(const StudyCase& c, qxBars* bars, Series* outputs, int32_t start) {
@@ -207,7 +212,7 @@ int32_t run(const StudyCase& c, qxBars* bars, Series* outputs, int32_t start) {
 
 void checkCases(const std::vector<StudyCase>& cases, const std::vector<Bar>& market) {
   for (const StudyCase& c : cases) {
-    SCOPED_TRACE(c.name);
+    SCOPED_TRACE(describe(c));
     checkValues(c, market);
     checkStart(c, market);
     checkAwkwardBars(c);
@@ -223,8 +228,8 @@ void checkRealPrices(const std::vector<StudyCase>& cases) {
   withRealBars([&](BarSet& bars) {
     for (const StudyCase& c : cases) {
       Series outputs[kMostOutputs];
-      EXPECT_EQ(run(c, bars, outputs, 0), QX_SUCCESS) << c.name;
-      for (const Series& o : outputs) expectFinite(o, c.name);
+      EXPECT_EQ(run(c, bars, outputs, 0), QX_SUCCESS) << describe(c);
+      for (const Series& o : outputs) expectFinite(o, describe(c).c_str());
     }
   });
 }

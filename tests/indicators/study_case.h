@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "tests/support/name_of.h"
 #include "tests/support/test_support.h"
 
 namespace qxtest {
@@ -44,6 +45,7 @@ struct Arguments {
 
 // An exported function as a study.
 struct Study {
+  std::string name;
   int32_t (*call)(Arguments arguments);
   std::string columns;   // the series that it reads
   std::string raising;   // those of them whose first valid index raises the start
@@ -72,9 +74,9 @@ struct ByType<kFunction> {
 template <auto kFunction>
 Study study(const std::string& columns = "co") {
   using Function = ByType<kFunction>;
-  if (Function::kReadsBars) return {Function::call, kBars, ""};
+  if (Function::kReadsBars) return {nameOf<kFunction>(), Function::call, kBars, ""};
   const std::string read = columns.substr(0, Function::kSeries);
-  return {Function::call, read, read};
+  return {nameOf<kFunction>(), Function::call, read, read};
 }
 
 inline Study raisedBy(const char* columns, Study study) {
@@ -110,7 +112,6 @@ inline Number period(int32_t bars) {
 }
 
 struct StudyCase {
-  const char* name;
   Study study;
   std::vector<Number> numbers;
   std::vector<int32_t> firstValid;  // of each output, from start 0
@@ -119,9 +120,11 @@ struct StudyCase {
 };
 
 // A case in a table.
-StudyCase row(const char* name, Study study, std::vector<Number> numbers,
-              std::vector<int32_t> firstValid, std::vector<Values> values,
-              std::vector<Values> awkward = {});
+StudyCase row(Study study, std::vector<Number> numbers, std::vector<int32_t> firstValid,
+              std::vector<Values> values, std::vector<Values> awkward = {});
+
+// The name of the function and the numbers of a case, for messages.
+std::string describe(const StudyCase& c);
 
 // Calls the study of a case with the case's numbers.
 int32_t run(const StudyCase& c, qxBars* bars, Series* outputs, int32_t start);
