@@ -1,8 +1,6 @@
 // The sample prices: read through the library, with the series that breadth studies need derived
 // from them.
-#include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include "tests/same_bits/recorder.h"
 
@@ -12,10 +10,7 @@ namespace {
 constexpr int32_t kMissingBars = 100;  // bars that the second market lacks at its beginning
 
 bool readBars(const std::string& path, qxBars* bars) {
-  qxTXTinfo info = {};
-  info.dt = 1, info.op = 2, info.hi = 3, info.lo = 4, info.cl = 5, info.vol = 7;
-  info.dtformat = QX_ORDER_YMD, info.skip = 1;
-  std::strcpy(info.delimit, ",");
+  const qxTXTinfo info = {1, 0, 2, 3, 4, 5, 7, 0, QX_ORDER_YMD, 1, ","};
   const size_t slash = path.find_last_of("/\\");
   const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash);
   const std::string file = slash == std::string::npos ? path : path.substr(slash + 1);

@@ -80,11 +80,10 @@ void simulate(const Prices& prices, bool pyramid, double tick, double percent) {
     for (const qxTradeStats* stats : {&system.longstats, &system.shortstats, &system.netstats}) {
       appendStatistics(*stats, &numbers);
     }
-    numbers.insert(numbers.end(), {system.avgprice, system.lastentry});
-    for (const int32_t count : {system.marketpos, system.longvol, system.shortvol,
-                                system.ordercount, system.positioncount, system.tradecount}) {
-      numbers.push_back(count);
-    }
+    numbers.insert(numbers.end(),
+                   {system.avgprice, system.lastentry, 1.0 * system.marketpos, 1.0 * system.longvol,
+                    1.0 * system.shortvol, 1.0 * system.ordercount, 1.0 * system.positioncount,
+                    1.0 * system.tradecount});
   }
   print("qxProcessOrders", pyramid ? " pyramid" : "", numbers);
   computeAll({"qxCreateTradeGraph"}, {{&system}});
@@ -98,10 +97,7 @@ void simulate(const Prices& prices, bool pyramid, double tick, double percent) {
 }
 
 void computeVariables() {
-  qxOptVar variables[3] = {};
-  variables[0].from = 5, variables[0].to = 20, variables[0].step = 5;
-  variables[1].from = 0.1, variables[1].to = 0.5, variables[1].step = 0.1;
-  variables[2].from = -3.25, variables[2].to = -3.25;
+  qxOptVar variables[] = {{5, 20, 5, 0, 0}, {0.1, 0.5, 0.1, 0, 0}, {-3.25, -3.25, 0, 0, 0}};
   const uint32_t count = qxOptVarCount(variables, 3);
   print("qxOptVarCount", "", {1.0 * count});
   for (uint32_t k = 1; k <= count; ++k) {
