@@ -31,7 +31,8 @@ TEST(Array, LifecycleKeepsItsInvariants) {
   EXPECT_EQ(qxReAllocArray(&array, 2), QX_SUCCESS);
   EXPECT_EQ(array.data, block);
   EXPECT_EQ(shapeOf(array), (Shape{2, 10, 1}));
-  EXPECT_EQ(qxReSizeArray(&array, 10), QX_SUCCESS);
+  EXPECT_EQ(qxReAllocArray(&array, 10), QX_SUCCESS);
+  EXPECT_EQ(array.data, block);
   EXPECT_EQ(qxReSizeArray(&array, -1), QX_ERR_INVALID_PARM);
   EXPECT_EQ(qxReAllocArray(&array, -1), QX_ERR_INVALID_PARM);
   EXPECT_EQ(array.size, 10);
@@ -59,13 +60,15 @@ TEST(Array, CopyAllocatesOrTruncatesButNeverGrows) {
 }
 
 TEST(Array, ItemsOutsideTheSeriesAreZeroAndIgnored) {
-  Series series{5, 6};
+  Series series{5, 6, 7};
+  qxReSizeArray(series, 2);
   qxSetArrayItem(series, 1, 8.0);
   for (int32_t outside : {-1, 2, INT32_MIN, INT32_MAX}) {
     qxSetArrayItem(series, outside, 99.0);
     EXPECT_EQ(qxGetArrayItem(series, outside), 0.0);
   }
   EXPECT_EQ(qxGetArrayItem(series, 1), 8.0);
+  EXPECT_EQ(series[2], 7.0);
   EXPECT_EQ(qxGetArrayItem(nullptr, 0), 0.0);
 }
 

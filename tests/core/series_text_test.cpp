@@ -44,8 +44,8 @@ std::string printed(const std::string& format, Arrays&... series) {
 }
 
 TEST(SeriesText, PrintsSeriesSideBySide) {
-  Series a{1.5, 2.5, 3.5};
-  Series b{10, 20};
+  Series a{1.5, 2.5, 3.5}, b{10, 20, 30};
+  qxReSizeArray(b, 2);
   EXPECT_EQ(printed("%r: %6.2f|%-5.0f|\n", a, b),
             "0:   1.50|10   |\n1:   2.50|20   |\n2:   3.50||\n");
   EXPECT_EQ(printed("%f%%, ", a), "1.500000%, 2.500000%, 3.500000%, ");

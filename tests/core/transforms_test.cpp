@@ -42,7 +42,8 @@ TEST(ScaleArray, MapsTheSourceRangeUpwards) {
   const std::tuple<double, double, double, double, Values> rows[] = {
       {0, 0, 0, 100, {0, 50, 100}},  {0, 0, 100, 0, {100, 150, 200}},
       {2, 10, 0, 100, {0, 25, 50}},  {10, 2, 0, 100, {-100, -75, -50}},
-      {-4, 4, -1, 1, {0.5, 1, 1.5}}, {0, 8, 10, 10, {10, 10, 10}}};
+      {-4, 4, -1, 1, {0.5, 1, 1.5}}, {0, 8, 10, 10, {10, 10, 10}},
+      {0, 8, 0, 4, {1, 2, 3}}};
   for (const auto& [low, high, targetLow, targetHigh, expected] : rows) {
     Series in{2, 4, 6}, out;
     for (Series* result : {&out, &in}) {  // apart, then in place

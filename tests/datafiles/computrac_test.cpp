@@ -158,7 +158,7 @@ TEST(CompuTrac, RangesOfBarsAndSeries) {
   for (const auto& [start, count] : {std::pair{0, -1}, {-5, -1}, {-1, 12}}) {
     EXPECT_EQ(lows(start, count), (Lows{40, 41, 42, 43, 44, 45, 46, 47, 48, 49}));
   }
-  EXPECT_EQ(lows(4, -1), (Lows{44, 45, 46, 47, 48, 49}));
+  EXPECT_EQ(lows(1, -1), (Lows{41, 42, 43, 44, 45, 46, 47, 48, 49}));
   EXPECT_EQ(lows(-1, 3), (Lows{47, 48, 49}));
   EXPECT_EQ(lows(8, 5), (Lows{48, 49}));
   EXPECT_EQ(lows(2, 3), (Lows{42, 43, 44}));

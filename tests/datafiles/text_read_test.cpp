@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <functional>
 #include <string>
@@ -52,9 +53,9 @@ std::string closesOf(const std::string& bytes, int32_t skip = 0, int32_t start =
 
 TEST(TextRead, FillsBarsAndFileInformation) {
   Reading r;
-  std::memset(r.bars->cusip, 'x', sizeof r.bars->cusip);
-  r.bars->strikeprice = 9;
-  r.bars->frequency = 2;
+  constexpr size_t kRest = offsetof(qxBars, cusip);
+  auto* const bytes = reinterpret_cast<char*>(&r.bars.record);
+  std::fill(bytes + kRest, bytes + sizeof(qxBars), 'x');
   r.read("header\n2001-01-02,10.5,11,9.25,10,1000,55\r\n\n 2001-01-03,+1e1,-2,x,.5\n",
          dailyLayout(1), 0, -1);
   ASSERT_EQ(r.status, QX_SUCCESS);
@@ -65,10 +66,11 @@ TEST(TextRead, FillsBarsAndFileInformation) {
   EXPECT_EQ(r.bars->path, r.folder.path);
   EXPECT_STREQ(r.bars->description, "p");
   EXPECT_STREQ(r.bars->symbol, "p");
-  EXPECT_STREQ(r.bars->cusip, "");
-  EXPECT_EQ(r.bars->filetype, QX_FILE_TEXT);
-  EXPECT_EQ(r.bars->frequency, 0);
-  EXPECT_EQ(r.bars->strikeprice, 0.0);
+  qxBars expected = {};
+  expected.filetype = QX_FILE_TEXT;
+  EXPECT_TRUE(std::equal(bytes + kRest, bytes + sizeof(qxBars),
+                         reinterpret_cast<const char*>(&expected) + kRest))
+      << "the rest is cleared";
 }
 
 TEST(TextRead, NamesAreCutToTheirFields) {
@@ -104,10 +106,10 @@ void expectRanges(const std::string& bytes, const std::vector<RangeCase>& cases)
 
 TEST(TextRead, RangesOfAnAscendingFile) {
   const std::vector<RangeCase> cases = {
-      {0, -1, "12345"},   {0, 2, "12"},  {2, -1, "345"},        {2, 2, "34"},
-      {-1, 9, "12345"},   {3, 10, "45"}, {-1, 2, "45"},         {5, 1, ""},
-      {-1, -1, "12345"},  {3, 0, ""},    {INT32_MIN, 3, "345"}, {4, INT32_MIN, "5"},
-      {INT32_MAX, -1, ""}};
+      {0, -1, "12345"},    {0, 2, "12"},       {2, -1, "345"}, {2, 2, "34"},
+      {-1, 9, "12345"},    {3, 10, "45"},      {-1, 2, "45"},  {5, 1, ""},
+      {-1, -1, "12345"},   {1, -1, "2345"},    {3, 0, ""},     {INT32_MIN, 3, "345"},
+      {4, INT32_MIN, "5"}, {INT32_MAX, -1, ""}};
   expectRanges("\n" + days("12") + "\n\n" + days("345"), cases);
 }
 
