@@ -68,14 +68,19 @@ TEST(GraphModel, PanesCopyFromTheOneBefore) {
   qxGraphSubwin pane = graph.pane(0);
   EXPECT_EQ(looks(pane), (Numbers{100, 0x123456, grey, 1, QX_PEN_DOT, grey, 1, QX_PEN_DOT}));
   EXPECT_TRUE(isZero(pane.title, sizeof pane.title));
-  pane = {{}, 40, 2,       "first", 1, 3,       4, 5, 6,       7, 8,
-          9,  10, nullptr, 0,       0, nullptr, 0, 0, nullptr, 0, 0};
+  std::strcpy(pane.title, "first");
+  int32_t value = 40;
+  for (int32_t* field : {&pane.height, &pane.gridwidth, &pane.gridstyle, &pane.gridwidth2,
+                         &pane.gridstyle2, &pane.titleshown, &pane.axischart, &pane.axischart2}) {
+    *field = value++;
+  }
+  for (uint32_t* colour : {&pane.background, &pane.gridcolour, &pane.gridcolour2}) ++*colour;
   ASSERT_EQ(qxGraphSetSubwin(graph, &pane, -1), QX_SUCCESS);
   ASSERT_EQ(qxGraphSubwinAdd(graph, 2), QX_SUCCESS);
   ASSERT_EQ(qxGraphSubwinAdd(graph, 1), QX_SUCCESS);
   EXPECT_EQ(graph->subwincount, 3);
   ASSERT_EQ(qxGraphGetSubwin(graph, &pane, 2), QX_SUCCESS);
-  EXPECT_EQ(looks(pane), (Numbers{40, 2, 4, 5, 6, 8, 9, 10}));
+  EXPECT_EQ(looks(pane), (Numbers{40, 0x123457, grey + 1, 41, 42, grey + 1, 43, 44}));
   EXPECT_TRUE(isZero(pane.title, sizeof pane.title));
   EXPECT_EQ(pane.titleshown + pane.axischart + pane.axischart2, 0);
 }

@@ -196,20 +196,20 @@ TEST(Plan, ScalesAreSharedPaddedAndStored) {
   alone.scaleflags = QX_SCALE_LOG;
   alone.minmode = alone.maxmode = QX_SCALE_WHOLE;
   alone.scalechart = 99;
-  const auto planned3 = [&](double first, double second) {
+  const auto withValues = [&](double first, double second) {
     positive.record.data[0] = first;
     positive.record.data[1] = second;
     planned.plan();
     return rangeOf(3);
   };
-  EXPECT_EQ(planned3(0.01, 500), Range(0.01, 500 + (500 - 0.01) / 100.0));
+  EXPECT_EQ(withValues(0.01, 500), Range(0.01, 500 + (500 - 0.01) / 100.0));
   // Nor is a minimum of 0, such as that of a volume series with a bar without trades.
-  EXPECT_EQ(planned3(0, 500), Range(0, 505));
+  EXPECT_EQ(withValues(0, 500), Range(0, 505));
   // Values that are no numbers leave the scale as it is.
-  EXPECT_EQ(planned3(NAN, 500), Range(0, 505));
-  EXPECT_EQ(planned3(1, INFINITY), Range(0, 505));
+  EXPECT_EQ(withValues(NAN, 500), Range(0, 505));
+  EXPECT_EQ(withValues(1, INFINITY), Range(0, 505));
   alone.series.firstvalid = 3;
-  EXPECT_EQ(planned3(1, 2), Range(0, 505));
+  EXPECT_EQ(withValues(1, 2), Range(0, 505));
 }
 
 TEST(Plan, ValueAxisMarksItsPane) {

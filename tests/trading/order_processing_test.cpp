@@ -19,13 +19,10 @@ double fillOf(bool entry, bool gapFill, int32_t direction, int32_t type, double 
   const bool buy = direction == QX_BUY;
   run->gapfill = gapFill ? 1 : 0;
   run.advance(0);
-  if (!entry) buy ? run.sell("in", 1) : run.buy("in", 1);
-  run.advance(1);
-  if (entry) {
-    buy ? run.buy("o", 1, price, type) : run.sell("o", 1, price, type);
-  } else {
-    buy ? run.cover("o", "", 1, price, type) : run.sellOut("o", "", 1, price, type);
-  }
+  if (entry && buy) run.advance(1).buy("o", 1, price, type);
+  if (entry && !buy) run.advance(1).sell("o", 1, price, type);
+  if (!entry && buy) run.sell("in", 1).advance(1).cover("o", "", 1, price, type);
+  if (!entry && !buy) run.buy("in", 1).advance(1).sellOut("o", "", 1, price, type);
   run.advance(2);
   if (entry) return run->positioncount == 0 ? -1 : run->positions[0].price;
   return run->tradecount == 0 ? -1 : run->trades[0].exit.price;
