@@ -1,4 +1,5 @@
 // Dates written as text under a picture, and the default date order.
+#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
@@ -124,8 +125,7 @@ int32_t qxFormatDate(double date, const char* picture, char* output) {
         out = qx::writeMarker(out, at, run, hour >= 12);
         break;
       default:
-        run = 1;
-        *out++ = *at;
+        out = std::copy_n(at, run, out);
     }
     at += run;
   }
