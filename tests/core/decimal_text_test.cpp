@@ -35,6 +35,7 @@ TEST(DecimalText, StopsAtWhatCannotContinueANumber) {
   expectValue(10, {"0." + zeros + "1e402"});
   EXPECT_TRUE(std::signbit(qx::decimalFromText("-0")));
   EXPECT_TRUE(std::signbit(qx::decimalFromText("-1e-400")));
+  EXPECT_FALSE(std::signbit(qx::decimalFromText("-x"))) << "no number at all";
 }
 
 TEST(DecimalText, RoundsAsTheStandardConversion) {

@@ -26,6 +26,7 @@ TEST(SeriesText, ReadsAColumn) {
   EXPECT_EQ(columnOf(bytes, ",", 1, 0), (Values{0, 0, 0, 0}));
   EXPECT_EQ(columnOf(bytes, ",", 99, 1), Values{});
   EXPECT_EQ(columnOf("\n\n", ",", 0, 1), Values{});
+  EXPECT_EQ(columnOf({'\0', '\n', '1'}, ",", 0, 1), (Values{0, 1})) << "not an empty line";
   // A line beyond 254 characters goes on as a further line.
   EXPECT_EQ(columnOf("1" + std::string(253, ',') + "2\n3\n", ",", 0, 1), (Values{1, 2, 3}));
 }
@@ -51,7 +52,7 @@ TEST(SeriesText, PrintsSeriesSideBySide) {
   EXPECT_EQ(printed("%f%%, ", a), "1.500000%, 2.500000%, 3.500000%, ");
   EXPECT_EQ(printed("%+05i/%u ", a, b), "+0001/10 +0002/20 +0003/ ");
   EXPECT_EQ(printed("text\n", a), "");
-  EXPECT_EQ(printed("%d;", b), "10;20;");
+  EXPECT_EQ(printed("%d;%d ", b, b), "10;10 20;20 ");
   const auto printNone = [](const char* path) {
     return qxArrayPrintf(path, 0, 0, 9, nullptr, "%03r\n", static_cast<qxArray*>(nullptr));
   };
@@ -69,7 +70,7 @@ TEST(SeriesText, PrintsARangeUnderAHeader) {
     return readFile(path);
   };
   EXPECT_EQ(print(0, 1, 2), "100% %s %n %\n2 3 ");
-  EXPECT_EQ(print(1, 3, INT32_MAX), "100% %s %n %\n2 3 100% %s %n %\n4 ");
+  EXPECT_EQ(print(-1, 3, INT32_MAX), "100% %s %n %\n2 3 100% %s %n %\n4 ");
   EXPECT_EQ(print(0, INT32_MIN, 0), "100% %s %n %\n1 ");
   EXPECT_EQ(print(0, 2, 1), "100% %s %n %\n");
   EXPECT_EQ(print(0, INT32_MAX, INT32_MAX), "100% %s %n %\n");
@@ -92,10 +93,10 @@ TEST(SeriesText, PrintsDatesAndTimes) {
       {"%MDCYi", "03/15/1999"}, {"%MDCY i", "03151999"},  {"%DMYi", "15/03/99"},
       {"%DMY.u", "150399"},     {"%dmcyi", "15/03/1999"}, {"%DMCYxi", "15031999"},
       {"%CYMi", "19990315"},    {"%CYMXi", "1999/03/15"}, {"%MDCi", "03151999"},
-      {"%YMDIi", "990315"},     {"%YMDd", "990315"},      {"%HMi", "18:22:30"},
-      {"%HMSi", "18:22"},       {"%HMxi", "182230"},      {"%HMSxi", "1822"},
-      {"%hmsu", "18:22"},       {"%HMd", "182230"},       {"%Hi", "36234"},
-      {"%f", "36234.765625"},   {"%YMDf", "36234.765625"}};
+      {"%YMDIi", "990315"},     {"%YMDUi", "990315"},     {"%YMDd", "990315"},
+      {"%HMi", "18:22:30"},     {"%HMSi", "18:22"},       {"%HMxi", "182230"},
+      {"%HMSxi", "1822"},       {"%hmsu", "18:22"},       {"%HMd", "182230"},
+      {"%Hi", "36234"},         {"%f", "36234.765625"},   {"%YMDf", "36234.765625"}};
   for (const auto& [format, text] : cases) EXPECT_EQ(printed(format, dates), text) << format;
 }
 

@@ -38,7 +38,7 @@ TEST(TextFind, FilesInEitherOrder) {
                                     {day(8)},
                                     {kNaN},
                                     {day(4) + 0.001, 2, day(7)}};
-  expectFinds("head\n\n2001-01-02,1\n   \n2001-01-04,1\n\n2001-01-07,1\n", ascending, up);
+  expectFinds("head\n\n  2001-01-02,1\n   \n2001-01-04,1\n\n2001-01-07,1\n", ascending, up);
   const qxTXTinfo descending = {1, 0, 0, 0, 0, 2, 0, 0, 0, 0, ","};
   const std::vector<FindCase> down = {{day(7), 0, day(7)},
                                       {day(2), 2, day(2)},
@@ -47,6 +47,7 @@ TEST(TextFind, FilesInEitherOrder) {
                                       {day(8)},
                                       {day(1)}};
   expectFinds("2001-01-07,1\r\n2001-01-04,1\r\n2001-01-02,1", descending, down);
+  expectFinds("4/1/2001,1\n", {1, 0, 0, 0, 0, 2, 0, 0, 2, 0, ","}, {{day(4), 0, day(4)}});
 }
 
 TEST(TextFind, Times) {

@@ -55,7 +55,8 @@ TEST(TextLayout, Delimiters) {
   const std::pair<std::string, std::string> cases[] = {
       {"delimit = \\t_,", "\t ,"},
       {"delimit =", ""},
-      {"delimit = \\,\\x", "\\,\\x"},
+      {"delimit = \\,\\T", "\\,\\T"},
+      {"delimit = \t", "\t"},
       {"delimit = =;=", "=;="},
       {"delimit = " + sixteen + "qrs", sixteen},
       // The cut counts source characters: the t of the last tab is beyond it.
@@ -69,8 +70,8 @@ TEST(TextLayout, Delimiters) {
 
 TEST(TextLayout, LinesAreCutAtSeventyNineCharacters) {
   // The rest of the first line reads as a line of its own.
-  const std::string padding(79 - std::strlen("dt = 1"), ' ');
-  const qxTXTinfo info = readLayout("dt = 1" + padding + "op = 2\nhi = 3\n");
+  const std::string padding(79 - std::strlen("dt =1"), ' ');
+  const qxTXTinfo info = readLayout("dt =" + padding + "1op = 2\nhi = 3\n");
   const qxTXTinfo expected = {1, 0, 2, 3, 0, 0, 0, 0, 0, 0, " "};
   EXPECT_EQ(std::memcmp(&info, &expected, sizeof info), 0);
 }

@@ -13,11 +13,11 @@ std::string padded(std::string text, size_t width) {
   return text + " ";
 }
 
-std::string today() {
+std::string today(const char* format) {
   const std::time_t now = std::time(nullptr);
   const std::tm* local = std::localtime(&now);
   char text[16];
-  std::strftime(text, sizeof text, "%Y/%m/%d", local);
+  std::strftime(text, sizeof text, format, local);
   return text;
 }
 
@@ -36,14 +36,23 @@ TEST(TextList, ListsByPatternAndLeavesTheLayoutOut) {
   std::string expected = header;
   for (const std::string name : {"d.asc", "a.CSV", "c.prn", "b.txt"}) {
     expected += padded(name, 12) + padded(name.substr(0, 1), 16) + padded(name, 48) +
-                "Unknown   Unknown    " + today() + "\n";
+                "Unknown   Unknown    " + today("%Y/%m/%d") + "\n";
   }
   EXPECT_EQ(readFile(out), expected);
 
-  qxSetDefaultDateFormat(2);
-  ASSERT_EQ(qxTXTlist("no such folder", out.c_str(), 1), QX_SUCCESS);
-  qxSetDefaultDateFormat(0);
+  ASSERT_EQ(qxTXTlist("no such folder", out.c_str(), -1), QX_SUCCESS);
   EXPECT_EQ(readFile(out), expected + header) << "appended, the header alone";
+
+  // Long names are cut to their columns; the short name is the file system's.
+  const TemporaryFolder other;
+  other.write(std::string(60, 'n') + ".txt", "1\n");
+  for (const int32_t order : {2, 3, -1}) qxSetDefaultDateFormat(order);
+  ASSERT_EQ(qxTXTlist(other, out.c_str(), 0), QX_SUCCESS);
+  qxSetDefaultDateFormat(0);
+  const std::string row = readFile(out).substr(header.size());
+  EXPECT_EQ(row.size(), 111u);
+  EXPECT_EQ(row.substr(30),
+            std::string(48, 'n') + " Unknown   Unknown    " + today("%d/%m/%Y") + "\n");
   expectNullsRefused("qxTXTlist", qxTXTlist, QX_ERR_INVALID_PARM, "", out.c_str(), 0);
 }
 
@@ -51,12 +60,13 @@ TEST(TextWrite, ReplacesAndAppends) {
   const TemporaryFolder folder;
   const std::string out = folder.file("out.txt");
   EXPECT_EQ(qxTXTwriteline("first %s", out.c_str(), 0), QX_SUCCESS);
-  EXPECT_EQ(qxTXTwrite("second", out.c_str(), 1), QX_SUCCESS);
+  EXPECT_EQ(qxTXTwrite("second", out.c_str(), -1), QX_SUCCESS);
   EXPECT_EQ(qxTXTwriteline("", out.c_str(), 1), QX_SUCCESS);
   EXPECT_EQ(readFile(out), "first %s\nsecond\n");
-  EXPECT_EQ(qxTXTwrite("new", out.c_str(), 0), QX_SUCCESS);
-  EXPECT_EQ(readFile(out), "new");
   for (auto* write : {qxTXTwrite, qxTXTwriteline}) {
+    EXPECT_EQ(write("new", out.c_str(), 0), QX_SUCCESS);
+    EXPECT_EQ(readFile(out), write == qxTXTwrite ? "new" : "new\n");
+    EXPECT_EQ(write("x", "STDOUT/x", 0), QX_ERR_FILE_OPEN) << "longer than STDOUT";
     expectNullsRefused("write", write, QX_ERR_INVALID_PARM, "x", out.c_str(), 0);
   }
 

@@ -84,6 +84,9 @@ TEST(TextRead, NamesAreCutToTheirFields) {
   EXPECT_EQ(r.bars->description, std::string(47, 'n'));
   EXPECT_EQ(r.bars->symbol, std::string(15, 'n'));
   EXPECT_LE(std::strlen(r.bars->name), 15u);
+  r.folder.write("p.csv", days("1"));
+  EXPECT_EQ(qxTXTread(r.bars, "", r.folder.file("p.csv").c_str(), &info, 0, -1), QX_SUCCESS);
+  EXPECT_STREQ(r.bars->name, "p.csv") << "without its folder";
 }
 
 struct RangeCase {
@@ -101,6 +104,8 @@ void expectRanges(const std::string& bytes, const std::vector<RangeCase>& cases)
     EXPECT_EQ(r.status, found ? QX_SUCCESS : QX_ERR_RECORD_NOT_FOUND);
     EXPECT_EQ(r.closes(), closes);
     EXPECT_EQ(r.bars.record.reccnt, found ? 5 : 0);
+    const int32_t allocated = count < 0 ? static_cast<int32_t>(std::strlen(closes)) : count;
+    EXPECT_EQ(r.bars.record.datasize, found ? allocated : 0);
   }
 }
 
@@ -114,10 +119,10 @@ TEST(TextRead, RangesOfAnAscendingFile) {
 }
 
 TEST(TextRead, RangesOfADescendingFile) {
-  const std::vector<RangeCase> cases = {{0, -1, "12345"},   {-1, -1, "12345"}, {0, 2, "12"},
-                                        {-1, 2, "45"},      {2, -1, "123"},    {2, 2, "34"},
-                                        {1, 4, "2345"},     {4, 1, "1"},       {3, 0, ""},
-                                        {-1, 7, "0012345"}, {5, 1, ""}};
+  const std::vector<RangeCase> cases = {{0, -1, "12345"}, {-1, -1, "12345"},  {0, 2, "12"},
+                                        {-1, 2, "45"},    {1, -1, "12"},      {2, 2, "34"},
+                                        {3, -1, "1234"},  {1, 4, "2345"},     {4, 1, "1"},
+                                        {3, 0, ""},       {-1, 7, "0012345"}, {5, 1, ""}};
   expectRanges(days("54") + "\n" + days("321") + "\n", cases);
 }
 
@@ -134,6 +139,8 @@ TEST(TextRead, PreallocatedSetsLimitTheCount) {
   EXPECT_EQ(up.closes(), "5") << "nothing changed";
   up.read(days("12345"), dailyLayout(), -1, -1);
   EXPECT_EQ(up.closes(), "345") << "the last ones that fit";
+  up.read("x\n", dailyLayout(), 0, -1);
+  EXPECT_EQ(barsOf(up.bars), std::vector<Bar>{{}}) << "fields that a line lacks are cleared";
 
   // A descending read neither grows nor shrinks the set, and leaves bars it does not reach.
   Reading down;
@@ -143,6 +150,8 @@ TEST(TextRead, PreallocatedSetsLimitTheCount) {
   EXPECT_EQ(down.bars->barsize, 1);
   qxReSizeBars(down.bars, 3);
   EXPECT_EQ(down.closes(), "912");
+  down.read(days("54321"), dailyLayout(), -1, -1);
+  EXPECT_EQ(down.closes(), "123") << "without a count the oldest ones";
   down.read(days("21"), dailyLayout(), 0, 0);
   EXPECT_EQ(down.bars->barsize, 0);
 }
@@ -158,6 +167,8 @@ TEST(TextRead, SeriesOfUnequalCapacityAreNotOverrun) {
 TEST(TextRead, TheDateFieldDecidesTheOrder) {
   EXPECT_EQ(closesOf(days("33") + "2001-01-3,1,2,1,9,0,0\n"), "339") << "equal dates ascend";
   EXPECT_EQ(closesOf(days("3325")), "5233") << "the first different date decides";
+  const qxTXTinfo dayFirst = {1, 0, 0, 0, 0, 2, 0, 0, 2, 0, ","};
+  EXPECT_EQ(Reading("01/02/01,1\n02/01/01,2\n", dayFirst).closes(), "21");
   EXPECT_EQ(closesOf(" ,\n" + days("32")), "230") << "a missing date does not take part";
   EXPECT_EQ(closesOf("x,1,2,1,7\n" + days("32")), "732") << "an unreadable one is 0.0";
   EXPECT_EQ(closesOf(days("3") + "x,1,2,1,7\n" + days("4")), "473") << "and descends later";
@@ -177,6 +188,7 @@ TEST(TextRead, BlankLines) {
   EXPECT_EQ(closesOf(days("1") + "   \n" + days("23"), 0, 2), "23");
   EXPECT_EQ(closesOf(days("1") + "   \n" + days("23"), 0, -1, 3), "23") << "three records";
   EXPECT_EQ(closesOf(days("1") + "   "), "1");
+  EXPECT_EQ(closesOf(days("1") + "\t\n" + days("2")), "201") << "a tab is no blank";
   Reading nothing("\n\n\r\n", dailyLayout());
   EXPECT_EQ(nothing.status, QX_ERR_RECORD_NOT_FOUND);
   EXPECT_EQ(nothing.bars->filetype, 0);
@@ -229,6 +241,12 @@ TEST(TextRead, DelimitersAndFields) {
   EXPECT_EQ(closeOf("1,2", INT32_MAX, ","), 0.0);
   EXPECT_EQ(closeOf("1,2", INT32_MIN, ","), 0.0);
   EXPECT_EQ(closeOf("1.5.2", 2, "."), 5.0);
+  std::string ones;
+  for (int i = 0; i < 127; ++i) ones += "1,";
+  EXPECT_EQ(closeOf(ones.c_str(), 127, ","), 1.0) << "as many fields as a line can have";
+  // What stands behind the end of a set does not separate.
+  const qxTXTinfo ended = {0, 0, 0, 0, 0, 2, 0, 0, 0, 0, {',', '\0', '5'}};
+  EXPECT_EQ(sumOf(Reading("1,253\n", ended).bars->close), 253.0);
   // One field may feed several series.
   const Reading r("42\n", {0, 0, 1, 1, 1, 1, 1, 0, 0, 0, ","});
   EXPECT_EQ(barsOf(&r.bars.record), (std::vector<Bar>{{0, 42, 42, 42, 42, 42, 0}}));
@@ -246,7 +264,7 @@ TEST(TextRead, NullArguments) {
 
 TEST(TextReadArray, ReadsOneFieldInFileOrder) {
   const TemporaryFolder folder;
-  folder.write("v.txt", "head\n3,30\n\n2,20\n   \n1,10\n7\n");
+  folder.write("v.txt", "head\n3,30\n\n ,2,20\n   \n1,10\n7\n");
   const auto read = [&](int32_t field, int32_t start, int32_t count) {
     Series values;
     EXPECT_EQ(qxTXTreadarray(values, folder, "v.txt", ",", 1, field, start, count), QX_SUCCESS);
@@ -258,8 +276,8 @@ TEST(TextReadArray, ReadsOneFieldInFileOrder) {
   EXPECT_EQ(read(0, 0, 2), (Values{0, 0}));
   EXPECT_EQ(read(1, 1, 1), Values{2});
   EXPECT_EQ(read(1, 3, -1), (Values{1, 7}));
-  EXPECT_EQ(read(1, -1, 2), (Values{1, 7}));
-  EXPECT_EQ(read(1, -1, -1), (Values{3, 2, 1, 7}));
+  EXPECT_EQ(read(1, -1, 3), (Values{1, 7}));
+  EXPECT_EQ(read(1, INT32_MIN, -1), (Values{3, 2, 1, 7}));
   EXPECT_EQ(read(1, 1, 9), (Values{2, 1, 7}));
 
   Series room{9, 9}, untouched;

@@ -30,7 +30,7 @@ TEST(FormatDate, Days) {
                {"", ""},
                {"dDd MmM yYyY", "01 03 2000"},
                {"y yy yyy yyyyy", "00 00 00 00"},
-               {"week %d of 7, q.", "week %1 of 7, q."}});
+               {"weEk %d of 7, q.", "weEk %1 of 7, q."}});
   expectTexts(2.0, {{"d/m/yy", "1/1/00"}, {"YYYY-MM-DD", "1900-01-01"}});
   expectTexts(0.0, {{"yyyy/mm/dd", "1899/12/30"}});
   expectTexts(dateOf(2009, 10, 10), {{"d/m", "10/10"}});

@@ -31,6 +31,7 @@ TEST(Julian, PartsAndDifferences) {
   qxJulianToYMD(1e17, &a, nullptr, nullptr);
   EXPECT_EQ(a, INT16_MAX) << "a year beyond 16 bits saturates";
   qxJulianToYMD(-1e17, &a, &b, &c);
+  EXPECT_EQ(a, INT16_MIN);
   EXPECT_EQ(b, 0) << "no month";
   EXPECT_EQ(qxJulianDOW(2.0), 0);
   EXPECT_EQ(qxJulianDif(1.9, 5.1), 4);
@@ -53,7 +54,7 @@ TEST(Julian, TextIsReadInTheOrderOfItsLayout) {
     EXPECT_EQ(qxDateTxtToJulian("1999-12-31", unknown), date);
   }
   EXPECT_EQ(qxDateTxtVal("1999-12-32", 2), 0);
-  EXPECT_EQ(qxDateTxtDif("12/31/1999", "01.01.2000", 4, 6), 1);
+  EXPECT_EQ(qxDateTxtDif("12/31/1999", "02.01.2000", 4, 6), 2);
   EXPECT_EQ(qxTimeTxtToJulian("6:00"), 0.25);
   EXPECT_EQ(qxTimeTxtDif("9:00", "10:30"), 5400);
 }
