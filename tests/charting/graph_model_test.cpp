@@ -74,13 +74,15 @@ TEST(GraphModel, PanesCopyFromTheOneBefore) {
                          &pane.gridstyle2, &pane.titleshown, &pane.axischart, &pane.axischart2}) {
     *field = value++;
   }
-  for (uint32_t* colour : {&pane.background, &pane.gridcolour, &pane.gridcolour2}) ++*colour;
+  pane.background += 1;
+  pane.gridcolour += 2;
+  pane.gridcolour2 += 3;
   ASSERT_EQ(qxGraphSetSubwin(graph, &pane, -1), QX_SUCCESS);
   ASSERT_EQ(qxGraphSubwinAdd(graph, 2), QX_SUCCESS);
   ASSERT_EQ(qxGraphSubwinAdd(graph, 1), QX_SUCCESS);
   EXPECT_EQ(graph->subwincount, 3);
   ASSERT_EQ(qxGraphGetSubwin(graph, &pane, 2), QX_SUCCESS);
-  EXPECT_EQ(looks(pane), (Numbers{40, 0x123457, grey + 1, 41, 42, grey + 1, 43, 44}));
+  EXPECT_EQ(looks(pane), (Numbers{40, 0x123457, grey + 2, 41, 42, grey + 3, 43, 44}));
   EXPECT_TRUE(isZero(pane.title, sizeof pane.title));
   EXPECT_EQ(pane.titleshown + pane.axischart + pane.axischart2, 0);
 }
