@@ -117,20 +117,15 @@ TEST(GraphModel, ChartAddChecksBeforeItCreates) {
   noCloses.close = {};
   const auto add = [&](int32_t subwin, int32_t chart, const qxArray* s, const qxBars* b,
                        int32_t style) { return addChart(graph, subwin, chart, s, b, style); };
-  const int32_t refusals[] = {add(0, 0, nullptr, bars, 3),
-                              add(0, 0, series, nullptr, 5),
-                              add(0, 0, &noSeries, &noBars, 5),
-                              add(0, 0, &noSeries, &noCloses, 5),
-                              add(0, 0, &noSeries, bars, 4),
-                              add(0, 0, series, &noBars, 1),
-                              add(0, 0, series, &noBars, 4),
-                              add(-2, 0, series, bars, 5),
-                              add(0, -2, series, bars, 5),
-                              add(3, 1, series, bars, 5),
-                              addChart(nullptr, 0, 0, series, bars, 5)};
+  const int32_t refusals[] = {add(0, 0, nullptr, bars, 3),      add(0, 0, series, nullptr, 5),
+                              add(0, 0, &noSeries, &noBars, 5), add(0, 0, &noSeries, &noCloses, 5),
+                              add(0, 0, &noSeries, bars, 4),    add(0, 0, series, &noBars, 1),
+                              add(0, 0, series, &noBars, 4),    add(-2, 0, series, bars, 5),
+                              add(0, -2, series, bars, 5),      add(3, 1, series, bars, 5)};
   for (size_t i = 0; i < std::size(refusals); ++i) {
     EXPECT_EQ(refusals[i], QX_ERR_INVALID_PARM) << "call " << i;
   }
+  EXPECT_EQ(addChart(nullptr, 0, 0, series, bars, 5), QX_ERR_INVALID_PARM);
   EXPECT_EQ(add(5899680, 0, series, bars, 5), QX_ERR_MALLOC);
   EXPECT_EQ(graph->subwincount, 0);
   EXPECT_EQ(add(0, 0, series, &noBars, 0), QX_SUCCESS);

@@ -13,8 +13,7 @@ namespace qxtest {
 
 using Names = std::vector<std::string>;
 
-// One side of a trade, e.g. "long L1 2 at 53.25 on 1". The date is written down where it is not
-// that of the bar.
+// One side of a trade, e.g. "long L1 2 at 53.25 on 1", with its date where that is not the bar's.
 inline std::string text(const char* direction, const qxPosition& side) {
   char buffer[120];
   std::snprintf(buffer, sizeof buffer, "%s %s %d at %g on %d", direction, side.name, side.volume,
@@ -29,8 +28,8 @@ inline std::string text(const qxPosition& position) {
          std::to_string(position.remaining) + " left";
 }
 
-// The orders, positions and bars of daily dates from 40000. The methods that place orders default
-// to market orders for the next bar.
+// An order system whose bars are dated daily from 40000 on. The methods that place orders place
+// market orders for the next bar unless told otherwise, and can be chained.
 struct Simulation {
   BarSet bars;
   qxOrderSystem record = {};
