@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "tests/support/computrac_files.h"
 #include "tests/support/failing_memory.h"
 #include "tests/support/test_support.h"
 
@@ -14,6 +15,20 @@ using namespace qxtest;
 constexpr int32_t kRecords = 20000;  // far more than what is read at once
 constexpr int32_t kLeft = 100;
 constexpr size_t kLineLength = 17;
+
+// The file, open by then, becomes one whose reading fails when its records have been counted.
+void failAfterCounting(const std::string& path) {
+  beforeNextAllocation([path] {
+    for (int file = 3; file < 256; ++file) {
+      std::error_code none;
+      const std::string link = "/proc/self/fd/" + std::to_string(file);
+      if (std::filesystem::read_symlink(link, none) != path) continue;
+      const int unreadable = open("/proc/self/mem", O_RDONLY);
+      dup2(unreadable, file);
+      close(unreadable);
+    }
+  });
+}
 
 // Lines "<date> <price>" of equal length, forwards or backwards in time, which change or fail when
 // their records have been counted.
@@ -37,18 +52,8 @@ struct ChangingFile {
     beforeNextAllocation([this] { std::filesystem::resize_file(path, kLeft * kLineLength); });
     return *this;
   }
-  // The file that is open from now on is one whose reading fails.
   ChangingFile& failing() {
-    beforeNextAllocation([this] {
-      for (int file = 3; file < 256; ++file) {
-        std::error_code none;
-        const std::string link = "/proc/self/fd/" + std::to_string(file);
-        if (std::filesystem::read_symlink(link, none) != path) continue;
-        const int unreadable = open("/proc/self/mem", O_RDONLY);
-        dup2(unreadable, file);
-        close(unreadable);
-      }
-    });
+    failAfterCounting(path);
     return *this;
   }
   int32_t readBars(qxBars* bars, int32_t start = 0, int32_t count = -1) const {
@@ -103,6 +108,13 @@ TEST(ChangingFiles, AReadErrorOfTheSecondPassIsTold) {
   EXPECT_EQ(ChangingFile().failing().readColumn(column), QX_ERR_FILE_READ);
   EXPECT_EQ(column.record.size, 0);
   EXPECT_EQ(ChangingFile().failing().readWholeColumn(whole), QX_ERR_FILE_READ);
+
+  const TemporaryFolder folder;
+  BarSet records;
+  folder.write("master", master({{1, 7, "N", "S", 'D'}}));
+  failAfterCounting(folder.write("F1.DAT", dataFile(7, 10, 990104, 11)));
+  EXPECT_EQ(qxCTread(records, folder, "S", 0, -1), QX_ERR_FILE_READ);
+  EXPECT_EQ(records->barsize, 0);
 }
 
 }  // namespace
