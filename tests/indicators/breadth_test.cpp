@@ -111,8 +111,8 @@ TEST(Breadth, TradingIndexEndsWhereTold) {
 TEST(Breadth, OpenTradingIndexGuardsOnlyThreeZeroSums) {
   const struct {
     double d, av, dv, expected;
-  } cases[] = {{1, 1, 1, 1}, {0, 0, 0, 0},        {0, 1, 1, INFINITY},
-               {1, 1, 0, 0}, {1, 0, 1, INFINITY}, {1, 0, 0, NAN}};
+  } cases[] = {{1, 1, 1, 1},         {0, 0, 0, 0}, {0, 0, 1, kInfinity}, {0, 1, 0, kNaN},
+               {0, 1, 1, kInfinity}, {1, 1, 0, 0}, {1, 0, 1, kInfinity}, {1, 0, 0, kNaN}};
   for (const auto& c : cases) {
     Series a(Values(12, 1.0)), d(Values(12, c.d)), av(Values(12, c.av)), dv(Values(12, c.dv)), out;
     EXPECT_EQ(qxOpen10TRIN(a, d, av, dv, out, 0), QX_SUCCESS);

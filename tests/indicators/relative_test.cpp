@@ -70,9 +70,10 @@ TEST(TwoMarkets, AreAlignedByDate) {
     SCOPED_TRACE(c.name);
     BarSet a(kFirst), b(kSecond), none;
     Series out, kept{5, 5};
-    EXPECT_TRUE(gives(c.compare(a, b, out, 0), out, c.expected));
-    EXPECT_EQ(out.record.firstvalid, c.firstValid);
-    EXPECT_TRUE(gives(c.compare(a, b, out, 2), out, c.expected)) << "again, into the same output";
+    for (const double start : {0.0, 1.0, 2.0}) {
+      EXPECT_TRUE(gives(c.compare(a, b, out, start), out, c.expected)) << start;
+      EXPECT_EQ(out.record.firstvalid, c.firstValid);
+    }
 
     // The first date at or after 3.5 is missing in b: there is no second try. 7 is after b's end, 9
     // after a's.

@@ -13,11 +13,11 @@ int32_t scoreOfThreeLags(const qxArray* in, qxArray* out, int32_t start) {
 const std::vector<StudyCase> kCases = {
     row(study<qxDMIx>(), {}, {1, 1},
         {{0, 2, 1, 0, 0, 0, 2, 3, 1, 0, 1, 3}, {0, 0, 0, 2, 2, 1, 0, 0, 0, 3, 0, 0}}),
-    row(study<qxDI>(), {period(3)}, {3, 3},
-        {{0, 0, 0, 31.03448276, 19.14893617, 12.16216216, 28.0239521, 45.30658592, 41.80163298,
-          29.04710971, 30.39289189, 47.59933369},
-         {0, 0, 0, 20.68965517, 31.91489362, 29.39189189, 20.83832335, 13.17183952, 9.316021952,
-          36.9855369, 25.37287243, 15.58571359}}),
+    row(study<qxDI>(), {period(4)}, {4, 4},
+        {{0, 0, 0, 0, 21.81818182, 15.72052402, 26.8486917, 40.31685332, 38.79046603, 30.03691257,
+          30.79934686, 43.67834234},
+         {0, 0, 0, 0, 29.09090909, 27.94759825, 21.84300341, 15.73340617, 12.2945571, 32.08638642,
+          24.66507616, 17.47827276}}),
     row(study<qxDX>(), {period(3)}, {3},
         {{0, 0, 0, 20, 25, 41.46341463, 14.70588235, 54.95145631, 63.55066771, 12.02197338,
           9.001973741, 50.66644956}}),
@@ -79,6 +79,7 @@ TEST(Trend, NumbersThatExcludeEachOther) {
   EXPECT_EQ(qxTrendScore(&bars->close, a, 0, 4, 0), QX_ERR_INVALID_PARM);
   EXPECT_EQ(qxTrendScore(&bars->close, a, 5, 4, 0), QX_ERR_INVALID_PARM);
   EXPECT_EQ(a.record.data, nullptr);
+  EXPECT_EQ(qxTrendScore(&bars->close, a, 4, 4, 0), QX_SUCCESS);
   EXPECT_EQ(qxIchimokuKinkoHyo(bars, a, b, c, d, lagging, 2, INT32_MAX, 5, 0), QX_SUCCESS);
   EXPECT_EQ(lagging.record.size, 0);
 }
@@ -109,6 +110,8 @@ TEST(Trend, AroonTakesTheEarliestOfEqualsWithinTheValidPart) {
   bars->high.firstvalid = 2;
   EXPECT_TRUE(gives(qxAroon(bars, up, down, 2, 0), up, {0, 0, 100, 50}));
   EXPECT_TRUE(seriesNear(down, {0, 0, 0, 0}));
+  bars->high.firstvalid = 3;
+  EXPECT_TRUE(gives(qxAroon(bars, up, down, 2, 0), up, {0, 0, 150, 100})) << "bar 3 for bar 2";
 }
 
 TEST(Trend, SarReversesOnATieAndLimitsItsFactor) {

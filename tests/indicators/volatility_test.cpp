@@ -141,6 +141,9 @@ TEST(Volatility, SystemReversesAtItsStop) {
   // Bars that end within the first average: its partial sum / 8, not multiplied.
   EXPECT_EQ(qxWellesVolatility(bars, significant, range, stop, reversal, 5.0, 8, 0), QX_SUCCESS);
   EXPECT_TRUE(seriesNear(range, {0, 0, 0, 0, 0, 14 / 8.0}));
+  bars->close.data[3] = 10;
+  EXPECT_EQ(qxWellesVolatility(bars, significant, range, stop, reversal, 1.0, 2, 0), QX_SUCCESS);
+  EXPECT_EQ(reversal[3], 0.0) << "a close on the stop";
 }
 
 TEST(Volatility, BandsOfShortSeriesKeepTheirMiddle) {

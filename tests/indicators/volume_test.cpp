@@ -135,6 +135,12 @@ TEST(Volume, DegenerateStudies) {
   EXPECT_TRUE(gives(qxArmsEMV(worked, out, 0, 0), out, {0, 0, 0})) << "an infinite box";
 }
 
+TEST(Volume, RankTakesEqualsForRises) {
+  BarSet bars(barsFrom("9 9 9 9 5 / 9 9 9 9 4 / 9 9 9 9 4 / 9 9 9 8 4 / 9 9 9 8 5"));
+  Series out;
+  EXPECT_TRUE(gives(qxPVrank(bars, out, 0), out, {0, 2, 1, 4, 1}));
+}
+
 TEST(Volume, CloseLocationOfABarWithoutRange) {
   // The start bar counts as up wherever it lies, later ones follow the close.
   BarSet bars(barsFrom("0 9 9 9 5 / 0 8 8 8 7 / 0 8 8 8 11"));

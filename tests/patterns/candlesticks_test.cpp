@@ -173,6 +173,10 @@ TEST(Candlesticks, FillFindsEveryTestByNameInAnyCase) {
     std::fill(expected.begin(), expected.end(), 0.0);
     expected[static_cast<size_t>(scene.last)] = 1.0;
     EXPECT_EQ(out.values(), expected) << upper;
+
+    qxReSizeBars(scene.bars, scene.last + 1);
+    EXPECT_EQ(qxCandleFill(scene.bars, scene.candles, out, p.name.c_str(), 0, INT32_MAX), 1)
+        << p.name << " at the end of the bars";
   }
   EXPECT_EQ(names.size(), kTests.size());
   EXPECT_EQ(names.size(), 61u);
