@@ -170,8 +170,11 @@ TEST(Statistics, TurningPoints) {
     EXPECT_EQ(qxLastHigh(closes, c.from, c.to), c.high) << c.from << ".." << c.to;
     EXPECT_EQ(qxLastLow(closes, c.from, c.to), c.low) << c.from << ".." << c.to;
   }
-  Series plateau{1, 3, 3, 2}, late({9, 8, 7}, 1);
+  Series plateau{1, 3, 3, 2}, floor{5, 3, 3, 4}, valley{3, 1, 3}, late({9, 8, 7}, 1);
   EXPECT_EQ(qxLastHigh(plateau, 0, 3), 2) << "equal neighbours stop the walk";
+  EXPECT_EQ(qxLastHigh(floor, 0, 3), 2);
+  EXPECT_EQ(qxLastLow(plateau, 0, 3), 2);
+  EXPECT_EQ(qxLastHigh(valley, 0, 2), 0) << "of equal ends the first";
   EXPECT_EQ(qxLastLow(late, 0, 0), 1) << "nothing valid in the range";
 }
 

@@ -111,13 +111,16 @@ TEST(Trend, AroonTakesTheEarliestOfEqualsWithinTheValidPart) {
   EXPECT_TRUE(gives(qxAroon(bars, up, down, 2, 0), up, {0, 0, 100, 50}));
   EXPECT_TRUE(seriesNear(down, {0, 0, 0, 0}));
   bars->high.firstvalid = 3;
-  EXPECT_TRUE(gives(qxAroon(bars, up, down, 2, 0), up, {0, 0, 150, 100})) << "bar 3 for bar 2";
+  EXPECT_TRUE(gives(qxAroon(bars, up, down, 2, 0), up, {0, 0, 150, 100}))
+      << "bar 2 counts from bar 3";
 }
 
 TEST(Trend, SarReversesOnATieAndLimitsItsFactor) {
   // Equal first closes start short, with the stop at the higher of the two highs.
-  BarSet tie(barsFrom("10 12 9 10 / 10 11 8 10 / 10 12 9 12"));
+  BarSet tie(barsFrom("10 11 9 10 / 10 12 8 10 / 10 12 9 12"));
+  BarSet lower(barsFrom("10 12 9 10 / 10 13 8 11 / 11 13 10 12"));
   Series stop, position;
+  EXPECT_TRUE(gives(qxSAR(lower, stop, position, 0.02, 0.2, 0), stop, {0, 0, 8})) << "of two lows";
   EXPECT_EQ(qxSAR(tie, stop, position, 0.02, 0.2, 0), QX_SUCCESS);
   EXPECT_EQ(position[2], 1.0) << "a close on the stop";
   EXPECT_EQ(stop[2], 8.0) << "the lowest of extreme and the two lows";
@@ -160,6 +163,16 @@ TEST(Trend, DynamicLookbackStaysWithinThreeAndThirty) {
   }
   EXPECT_TRUE(near(out[44], 100 * up / (up + down)));
 
+  // Swings of 2, then a jump that leaves a lookback of 4.7 or of 3.9 bars.
+  const struct { double jump, rises, falls; } jumps[] = {{10, 12, 4}, {13, 15, 2}};
+  for (const auto& [jump, rises, falls] : jumps) {
+    Values swings(40);
+    for (size_t i = 0; i < 39; ++i) swings[i] = i % 2 == 0 ? 50.0 : 52.0;
+    swings[39] = 50.0 + jump;
+    EXPECT_EQ(qxDMI(Series(swings), out, 0), QX_SUCCESS);
+    EXPECT_TRUE(near(out[39], 100 * rises / (rises + falls))) << jump;
+  }
+
   Values walk, expected(30);
   for (int i = 0; i < 40; ++i) walk.push_back(50 + (i * 7 % 11) - (i * 5 % 13) * 0.5);
   for (const double value : {48.0, 46.39175258, 46.39175258, 40.90909091, 55.68181818, 48.51485149,
@@ -175,6 +188,10 @@ TEST(Trend, DegenerateStudies) {
   EXPECT_TRUE(gives(qxPFE(flat, out, 2, 1, 0), out, Values(5))) << "no change has no sign";
   Series few{51, 53, 52, 51, 49, 50, 57}, line, up, down, range;
   EXPECT_TRUE(gives(qxZigZag(few, line, 20, 0), line, {51, 52, 53, 54, 55, 56, 57})) << "no turn";
+  for (const Values& exact : {Values{100, 150, 120}, {100, 150, 75, 80}, {100, 50, 75, 70}}) {
+    Series turning(exact), same;
+    EXPECT_TRUE(gives(qxZigZag(turning, same, 50, 0), same, exact)) << "moves of just 50 %";
+  }
   BarSet still(barsFrom("5 5 5 5 / 5 5 5 5 / 5 5 5 5 / 5 6 4 5"));
   EXPECT_TRUE(gives(qxRWI(still, up, down, 2, 0), up, Values(4))) << "no range, no term";
   EXPECT_TRUE(gives(qxRangeIndicator(still, range, 2, 1, 0), range, {0, 0, 0, 100}));

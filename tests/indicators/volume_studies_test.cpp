@@ -56,6 +56,12 @@ TEST(VolumeStudies, RealPrices) {
   checkRealPrices(kCases);
 }
 
+TEST(VolumeStudies, AccumulationReachesAcrossGaps) {
+  BarSet bars(barsFrom("10 10 10 10 / 12 14 12 13 / 6 6 4 5"));
+  Series out;
+  EXPECT_TRUE(gives(qxWilliamsAD(bars, out, 0), out, {0, 13 - 10, 3 + 5 - 13}));
+}
+
 TEST(VolumeStudies, ZeroDivisors) {
   // Neither range nor volume, prices not above 0, no open interest, no change.
   BarSet bars(barsFrom("0 0 0 0 0 0 / 0 0 0 0 0 0 / -1 -1 -1 -1 5 3"));
