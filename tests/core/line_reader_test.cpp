@@ -42,7 +42,7 @@ TEST(LineReader, EndsOfLines) {
   EXPECT_EQ(linesOf("\n\r\n \n", 10), (Lines{"<blank>", "<blank>", " "}));
   EXPECT_EQ(linesOf("a\rb\r\r\nc\r", 10), (Lines{"a\rb\r", "c\r"})) << "a lone CR is a character";
   EXPECT_EQ(linesOf(std::string("a\0b\n\0\nc", 7), 10), (Lines{"a", "", "c"}));
-  EXPECT_EQ(linesOf("a\nb\x1A\nc\n", 10), (Lines{"a", "b"}));
+  EXPECT_EQ(linesOf("a\nb\x1A\nc\n" + std::string(70000, '\n'), 10), (Lines{"a", "b"}));
 }
 
 TEST(LineReader, LongLinesAreReadAsSeveral) {
@@ -72,8 +72,9 @@ TEST(LineReader, PositionsSurviveTheBuffer) {
     ASSERT_EQ(reader.next(), text);
   }
   EXPECT_EQ(reader.next(), "<end>");
-  for (const size_t i : {11999, 0, 7000, 6999, 1}) {
+  for (const size_t i : {11999U, 0U, 7000U, 6999U, 1U}) {
     qx::seekLine(&reader.lines, positions[i]);
+    EXPECT_EQ(qx::linePosition(reader.lines), positions[i]);
     EXPECT_EQ(reader.next(), expected[i]);
   }
   qx::dropLines(&reader.lines, 10);
