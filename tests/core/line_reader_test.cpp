@@ -83,6 +83,11 @@ TEST(LineReader, PositionsSurviveTheBuffer) {
   EXPECT_EQ(reader.next(), "<end>");
 }
 
+TEST(LineReader, ZeroBytesSurviveTheBuffer) {
+  // The zero stands at the end of what is read first, its line ends in what is read next.
+  EXPECT_EQ(linesOf(std::string(65530, '\n') + '1' + '\0' + "2345678", 10).back(), "1");
+}
+
 TEST(LineReader, FilesThatCannotBeRead) {
   Reader reader("1\n", 254);
   qx::LineReader unopened;

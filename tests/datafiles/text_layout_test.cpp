@@ -26,10 +26,10 @@ TEST(TextLayout, ReadsEveryKeyInAnyCase) {
 
 TEST(TextLayout, StartsWithABlankAndIgnoresWhatItDoesNotKnow) {
   const qxTXTinfo blank = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, " "};
-  qxTXTinfo info =
-      readLayout("\n   \ncolour = red\nno equals sign\n= 5\ndtformat = XYZ\nopx = 4\n");
+  qxTXTinfo info = readLayout("\n   \ncolour = red\n= 5\ndtformat = XYZ\nopx = 4\n");
   EXPECT_EQ(std::memcmp(&info, &blank, sizeof info), 0);
-  info = readLayout("dt = 4\ndt = 5 and more = 7\nop = -3\nhi = 99999999999\nlo = x\n");
+  info = readLayout(
+      "dt = 4\nno equals sign\ndt = 5 and more = 7\nop = -3\nhi = 99999999999\nlo = x\n");
   EXPECT_EQ(info.dt, 5) << "a later line wins";
   EXPECT_EQ(info.op, -3);
   EXPECT_EQ(info.hi, INT32_MAX);
@@ -78,7 +78,10 @@ TEST(TextLayout, LinesAreCutAtSeventyNineCharacters) {
 
 TEST(TextLayout, WrittenFormReadsBack) {
   const auto text = [](const qxTXTinfo& info) {
-    return written([&](const char* path) { return qxTXTwriteinfo("", path, &info); });
+    return written([&](const char* path) {
+      qxTXTwrite("replaced", path, 0);
+      return qxTXTwriteinfo("", path, &info);
+    });
   };
   qxTXTinfo info = {1, 2, 3, 4, 5, 6, 7, 8, 2, -9, "\t ,;"};
   EXPECT_EQ(text(info),

@@ -47,7 +47,7 @@ TEST(TextList, ListsByPatternAndLeavesTheLayoutOut) {
   const TemporaryFolder other;
   other.write(std::string(60, 'n') + ".txt", "1\n");
   for (const int32_t order : {2, 3, -1}) qxSetDefaultDateFormat(order);
-  ASSERT_EQ(qxTXTlist(other, out.c_str(), 0), QX_SUCCESS);
+  ASSERT_EQ(qxTXTlist((" " + other.path + "\n").c_str(), out.c_str(), 0), QX_SUCCESS);
   qxSetDefaultDateFormat(0);
   const std::string row = readFile(out).substr(header.size());
   EXPECT_EQ(row.size(), 111u);

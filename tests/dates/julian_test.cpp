@@ -60,7 +60,7 @@ TEST(Julian, TextIsReadInTheOrderOfItsLayout) {
 }
 
 TEST(Julian, TextIsWrittenUnderALayout) {
-  const double date = dateOf(2001, 2, 3) + 0.765625;  // 18:22:30
+  const double date = dateOf(2001, 2, 3) + 0.0859375;  // 02:03:45
   const char* const texts[] = {"01/02/03", "2001/02/03", "02/03/01", "02/03/2001",
                                "03/02/01", "03/02/2001", "010203",   "20010203",
                                "020301",   "02032001",   "030201",   "03022001"};
@@ -68,7 +68,7 @@ TEST(Julian, TextIsWrittenUnderALayout) {
     EXPECT_EQ(dateText(date, layout, "/"), texts[layout - 1]) << layout;
   }
   EXPECT_EQ(dateText(2.0, 3, "-"), "01-01-00");
-  const char* const times[] = {"18:22:30", "18:22", "182230", "1822"};
+  const char* const times[] = {"02:03:45", "02:03", "020345", "0203"};
   for (int16_t layout = 1; layout <= 4; ++layout) {
     EXPECT_EQ(timeText(date, layout, ":"), times[layout - 1]) << layout;
   }
