@@ -130,6 +130,7 @@ TEST(FunctionMemory, ReadersAndPatternsStoreAllOrNothing) {
   qxtest::TemporaryFolder files;
   const std::string csv = files.write(
       "prices.csv", "1999-03-15,1,2,3,4,5\n1999-03-16,1,2,3,4,5\n1999-03-17,1,2,3,4,5\n");
+  files.write("newest-first.csv", "1999-03-16,1,2,3,4,5\n1999-03-15,1,2,3,4,5\n");
   files.write("txtinfo.txt", "delimit=,\ndt=1\nop=2\nhi=3\nlo=4\ncl=5\nvol=6\ndtformat=YMD\n");
   files.write("master", qxtest::master({{1, 7, "Name", "ABC", 'D'}}));
   files.write("F1.DAT", qxtest::dataFile(7, 4, 990104, 5));
@@ -145,7 +146,7 @@ TEST(FunctionMemory, ReadersAndPatternsStoreAllOrNothing) {
       {"qxTXT2Array", {csv.c_str(), ",", 0, 2}},
       {"qxCTread", {folder, "ABC", 0, -1}},
       {"qxCTreadarray", {folder, "ABC", 5, 0, -1}},
-      {"qxFILEread", {"TXT", folder, "prices.csv", 0, -1}},
+      {"qxFILEread", {"TXT", folder, "newest-first.csv", 0, -1}},
       {"qxFormationFill", {"qxGap", 0, 11}},
       {"qxCandleFill", {"qxHammer", 0, 11}},
       {"qxBars2PNF", {0.5, 1.0, 0}},
