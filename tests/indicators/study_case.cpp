@@ -1,6 +1,7 @@
 #include "tests/indicators/study_case.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "tests/support/real_bars.h"
 
@@ -197,7 +198,8 @@ qxArray* column(qxBars* bars, char letter) {
 
 StudyCase row(Study study, std::vector<Number> numbers, std::vector<int32_t> firstValid,
               std::vector<Values> values, std::vector<Values> awkward) {
-  return {study, numbers, firstValid, values, awkward};
+  return {std::move(study), std::move(numbers), std::move(firstValid), std::move(values),
+          std::move(awkward)};
 }
 
 std::string describe(const StudyCase& c) {

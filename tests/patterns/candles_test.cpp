@@ -1,15 +1,9 @@
-#include <limits>
-
 #include "tests/support/test_support.h"
 
 namespace {
 
-using qxtest::Bar;
 using qxtest::BarSet;
-
-Bar bar(double open, double high, double low, double close) {
-  return {40000, open, high, low, close, 0, 0};
-}
+using qxtest::barsFrom;
 
 struct Codes {
   int32_t colour, body, top, bottom;
@@ -23,9 +17,9 @@ Codes codesOf(const qxCandles& candles, int32_t i) {
 
 TEST(Candles, ConstructClassifiesEveryBar) {
   // The five bodies average to 2 exactly; the bar without one is left out.
-  BarSet bars({bar(100, 112, 99, 104), bar(100, 101, 99.5, 100), bar(100, 101, 99.8, 100.5),
-               bar(100, 100.6, 99, 100.5 + 1.0 / 1024), bar(100, 103.5, 100, 102),
-               bar(103, 105.5, 95, 100 + 1.0 / 1024)});
+  BarSet bars(
+      barsFrom("100 112 99 104 / 100 101 99.5 100 / 100 101 99.8 100.5 / "
+               "100 100.6 99 100.5009765625 / 100 103.5 100 102 / 103 105.5 95 100.0009765625"));
   const Codes expected[] = {{2, 3, 2, 1},  // a shadow of twice the body is not long
                             {0, 0, 2, 2},  // measured by 0.5, the tolerance
                             {2, 0, 2, 1},  // a doji may have a colour
@@ -54,7 +48,7 @@ TEST(Candles, ConstructClassifiesEveryBar) {
 }
 
 TEST(Candles, WithoutAnyBodyNoBodyIsLong) {
-  BarSet bars({bar(100, 102, 98, 100), bar(50, 50, 50, 50)});
+  BarSet bars(barsFrom("100 102 98 100 / 50 50 50 50"));
   qxCandles candles = {};
   EXPECT_EQ(qxCandleConstruct(bars, &candles), QX_SUCCESS);
   EXPECT_EQ(codesOf(candles, 0), (Codes{0, 0, 3, 3}));
@@ -63,7 +57,7 @@ TEST(Candles, WithoutAnyBodyNoBodyIsLong) {
 }
 
 TEST(Candles, CodesOutsideTheConstructedBarsAreZero) {
-  BarSet bars({bar(100, 105, 99, 104)});
+  BarSet bars(barsFrom("100 105 99 104"));
   qxCandles candles = {};
   EXPECT_EQ(codesOf(candles, 0), Codes{});
   EXPECT_EQ(qxCandleConstruct(bars, &candles), QX_SUCCESS);
@@ -83,7 +77,7 @@ TEST(Candles, CodesOutsideTheConstructedBarsAreZero) {
 }
 
 TEST(Candles, CodesOfTheCallersOwnMakingAreTaken) {
-  BarSet bars({bar(100, 105, 100, 104)});
+  BarSet bars(barsFrom("100 105 100 104"));
   // The codes stand inside a larger block, as a caller's codes of several sets may.
   uint8_t own[32] = {};
   own[16] = 2;
@@ -95,7 +89,7 @@ TEST(Candles, CodesOfTheCallersOwnMakingAreTaken) {
 }
 
 TEST(Candles, GeometryOfNeighbours) {
-  BarSet bars({bar(100, 104, 99, 103), bar(104, 106, 104.1, 105), bar(103, 104, 101, 102)});
+  BarSet bars(barsFrom("100 104 99 103 / 104 106 104.1 105 / 103 104 101 102"));
   EXPECT_EQ(qxBodyMidpoint(bars, 0), 101.5);
   EXPECT_EQ(qxBodyGapUp(bars, 1), 1);
   EXPECT_EQ(qxBodyGapDn(bars, 1), 0);
@@ -120,7 +114,7 @@ TEST(Candles, ApproximateEqualityIsRelativeToTheFirstPrice) {
   EXPECT_EQ(qxApproxEqual(100, 101, 0.00995), 0);
   EXPECT_EQ(qxApproxEqual(101, 100, 0.00995), 1);
   EXPECT_EQ(qxApproxEqual(-100, -100, 0.01), 0) << "negative prices are never near";
-  EXPECT_EQ(qxApproxEqual(std::numeric_limits<double>::quiet_NaN(), 1, 0.01), 0);
+  EXPECT_EQ(qxApproxEqual(qxtest::kNaN, 1, 0.01), 0);
 }
 
 }  // namespace
