@@ -2496,8 +2496,12 @@ QX_API int32_t qxAIQread(qxBars* bars, const char* folder, const char* file, int
  *
  * Text price files hold one bar a line, with fields separated by runs of delimiter characters, so
  * that a field is never empty and later fields move up where one is left out. Fields count from 1.
- * Lines end in LF or CRLF. A line of more than 254 characters, newline included, is read as
- * several. Numbers are decimal text with a point, whatever the C locale; other text reads as 0.
+ * Lines end in LF or CRLF, the text also at a control-Z. A line of more than 254 characters, newline
+ * included, is read as several. Numbers are decimal text with a point, whatever the C locale; other
+ * text reads as 0.
+ *
+ * A file that cannot be opened (a folder cannot) gives QX_ERR_FILE_OPEN; one whose reading fails
+ * QX_ERR_FILE_READ, one whose writing fails QX_ERR_FILE_WRITE.
  */
 
 /** Reads the description file of a folder of text files (usually "txtinfo.txt") into `info`.
@@ -2506,11 +2510,10 @@ QX_API int32_t qxAIQread(qxBars* bars, const char* folder, const char* file, int
  * 16, "\t" for a tab and "_" for a blank), skip, dt, ti, op, hi, lo, cl, vol, oi (integers, see
  * qxTXTinfo) and dtformat (YMD, MDY, DMY, or a longer name of the same order such as MM_DD_CCYY).
  * Unknown keys and orders are ignored, a later line wins. `info` is cleared first, its delimiter
- * set to one blank. QX_ERR_FILE_OPEN when the file cannot be opened. */
+ * set to one blank, also when the file cannot be opened. */
 QX_API int32_t qxTXTreadinfo(const char* folder, const char* file, qxTXTinfo* info);
 
-/** Creates or replaces a description file. QX_ERR_FILE_OPEN when it cannot be created,
- * QX_ERR_FILE_WRITE when it could not be written whole. */
+/** Creates or replaces a description file. */
 QX_API int32_t qxTXTwriteinfo(const char* folder, const char* file, const qxTXTinfo* info);
 
 /** Reads bars of a text file laid out as `info`, in ascending order of date.
@@ -2528,8 +2531,9 @@ QX_API int32_t qxTXTwriteinfo(const char* folder, const char* file, const qxTXTi
  * of the file but gives no bar. The set's descriptive fields are filled: filetype QX_FILE_TEXT,
  * reccnt, path, name, and description and symbol with the file name up to its first point.
  *
- * `count` 0 fills the descriptive fields and empties the set. QX_ERR_FILE_OPEN;
- * QX_ERR_RECORD_NOT_FOUND; QX_ERR_MALLOC; QX_ERR_FILE_READ, with the bars read until then. */
+ * `count` 0 fills the descriptive fields and empties the set. QX_ERR_RECORD_NOT_FOUND
+ * leaves the set as it was, QX_ERR_MALLOC as qxAllocBars does, QX_ERR_FILE_READ with the bars read
+ * until then. */
 QX_API int32_t qxTXTread(qxBars* bars, const char* folder, const char* file, const qxTXTinfo* info,
                          int32_t start, int32_t count);
 
@@ -2544,7 +2548,8 @@ QX_API int32_t qxTXTreadarray(qxArray* array, const char* folder, const char* fi
 /** Number (from 0) of the record dated `date`, date plus time, or of the nearest later one;
  * QX_ERR_RECORD_NOT_FOUND when the date lies outside the file's dates. Files may ascend or descend.
  * `founddate` (may be null) receives that record's date and is left alone when there is none. A
- * time field that stands before the date field does not count. */
+ * time field that stands before the date field does not count, and lines of blanks alone are not
+ * numbered. */
 QX_API int32_t qxTXTfindrec(const char* folder, const char* file, const qxTXTinfo* info,
                             double date, double* founddate);
 
@@ -2552,7 +2557,7 @@ QX_API int32_t qxTXTfindrec(const char* folder, const char* file, const qxTXTinf
  * symbol (the name up to its first point), long name and date of the last modification in the
  * default date order. `outfile` "STDOUT", in any case, is standard output; another file is appended
  * to when `append` is non-zero, else replaced. A folder that cannot be listed gives the header
- * alone. QX_ERR_FILE_OPEN, QX_ERR_FILE_WRITE. */
+ * alone. */
 QX_API int32_t qxTXTlist(const char* folder, const char* outfile, int32_t append);
 
 /** Writes a text, as it is, to an output named as for qxTXTlist. */
