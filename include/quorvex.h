@@ -2496,9 +2496,9 @@ QX_API int32_t qxAIQread(qxBars* bars, const char* folder, const char* file, int
  *
  * Text price files hold one bar a line, with fields separated by runs of delimiter characters, so
  * that a field is never empty and later fields move up where one is left out. Fields count from 1.
- * Lines end in LF or CRLF, the text also at a control-Z. A line of more than 254 characters, newline
- * included, is read as several. Numbers are decimal text with a point, whatever the C locale; other
- * text reads as 0.
+ * Lines end in LF or CRLF, the text also at a control-Z. A line of more than 254 characters,
+ * newline included, is read as several. Numbers are decimal text with a point, whatever the C
+ * locale; other text reads as 0.
  *
  * A file that cannot be opened (a folder cannot) gives QX_ERR_FILE_OPEN; one whose reading fails
  * QX_ERR_FILE_READ, one whose writing fails QX_ERR_FILE_WRITE.
