@@ -265,7 +265,7 @@ typedef struct qxOrderSystem {
   char name[80];      /**< printed in reports */
   double tick;        /**< minimum price move, initially 0.001 */
   double tickvalue;   /**< money value of one tick per unit, initially 0.001 */
-  double unitcost;    /**< cost per trade inside the unit profit */
+  double unitcost;    /**< cost per unit of a trade */
   double sidecost;    /**< cost per side of a trade */
   double deduction;   /**< fraction of the profit that is deducted */
   double margin;      /**< margin in percent, initially 100.0 */
