@@ -31,11 +31,12 @@ TEST(Optimisation, CountsOfOneVariable) {
     double from, to, step;
     int32_t count;
     uint32_t combinations;
-  } rows[] = {{0, 1, 0.3, 4, 4}, {5, 9, 0, 1, 1},
-              {10, 1, -3, 4, 4}, {1, 10, -1, -8, 0},
-              {3, 2, 1, 0, 0},   {3, 2.5, 1, 0, 0},
-              {2, 2, 1, 1, 1},   {0, 1e300, 1, INT32_MAX, INT32_MAX},
-              {0, NAN, 1, 0, 0}, {0, INFINITY, 1, INT32_MAX, INT32_MAX}};
+  } rows[] = {{0, 1, 0.3, 4, 4},   {0, 2, 0.01, 201, 201},
+              {0, 0.3, 0.1, 3, 3}, {5, 9, 0, 1, 1},
+              {10, 1, -3, 4, 4},   {1, 10, -1, -8, 0},
+              {3, 2, 1, 0, 0},     {3, 2.5, 1, 0, 0},
+              {2, 2, 1, 1, 1},     {0, 1e300, 1, INT32_MAX, INT32_MAX},
+              {0, NAN, 1, 0, 0},   {0, INFINITY, 1, INT32_MAX, INT32_MAX}};
   for (const auto& row : rows) {
     qxOptVar var = variable(row.from, row.to, row.step);
     EXPECT_EQ(qxOptVarCount(&var, 1), row.combinations) << row.from << " to " << row.to;
@@ -62,6 +63,7 @@ TEST(Optimisation, LinesHaveOneWidth) {
       {variable(1, 10, 1, 3), " 3"},         {variable(1, 9, 1, 3), " 3"},  // 10 would be printed
       {variable(0.5, 1, 0.25, 0.5), "0.50"}, {variable(0.5, 0.75, 0.125, 0.75), "0.750"},
       {variable(-5, 5, 0.5, -2.5), "-2.5"},  {variable(-5, 5, 0.5, -0.5), " 0.5"},  // sign is lost
+      {variable(9, 0, -3, 6), " 6"},         {variable(5, -5, -0.5, 2.5), " 2.5"},
       {variable(0, 100, 25, 0), "  0"},      {variable(10, 10, 0.1, 10.1), "10.09999999"},
       {variable(0, 0, 0, 0), "0"},           {variable(1, 2, 1, 12345), "12345"}};
   for (const auto& row : rows) {

@@ -158,9 +158,11 @@ TEST(Processing, ReversalClosesEarlierPositionsAndDropsThoseOfTheBar) {
   for (const uint32_t volume : {1u, 2u, 3u}) {
     Simulation hedged(flatBars(3, 10));
     hedged->reverse = 0;
+    hedged->counter = 7;  // cleared with the fields of the position
     hedged.advance(0).sell("s", 2).buy("b", volume).advance(2);
     EXPECT_EQ(hedged->positioncount, 2);
     EXPECT_EQ(hedged->marketpos, sides[volume - 1]);
+    EXPECT_EQ(hedged->counter, 0);
     EXPECT_EQ(hedged->netvol, volume == 2 ? 0 : 1);
     EXPECT_EQ(hedged->avgprice, volume == 2 ? 0.0 : 10.0);
     EXPECT_EQ(hedged->posbars, volume == 2 ? 0 : 2);

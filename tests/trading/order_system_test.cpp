@@ -57,6 +57,7 @@ TEST(OrderSystem, ResetKeepsSettingsAndTables) {
       .sell("short", 1)
       .advance(5);
   EXPECT_EQ(run->tradecount, 2);
+  run->counter = 5;
   EXPECT_EQ(qxOrderSystemReset(run), QX_SUCCESS);
   EXPECT_EQ(std::memcmp(&run.record, &fresh, sizeof fresh), 0);
 }
@@ -87,9 +88,13 @@ TEST(OrderSystem, PlacedOrdersCarryTheirFields) {
 
 TEST(OrderSystem, EntriesOfAForbiddenDirectionAreIgnored) {
   Simulation run(flatBars(2, 10));
-  run->allowlong = run->allowshort = 0;
-  run.buy("long", 1).sell("short", 1).cover("cover", "", 1).sellOut("out", "", 1);
-  EXPECT_EQ(run.orders(), (Names{"cover", "out"}));
+  run->allowlong = 0;
+  run.buy("long", 1).sell("short", UINT32_MAX).cover("cover", "", 1).sellOut("out", "", 1);
+  run->allowlong = 1, run->allowshort = 0;
+  run.sell("short", 1).buy("late", 1, 99, QX_ORDER_STOP);
+  EXPECT_EQ(run.orders(), (Names{"short", "cover", "out", "late"}));
+  run.advance(1);
+  EXPECT_EQ(run->shortvol, INT32_MAX) << "what a position can hold";
 }
 
 TEST(OrderSystem, OrdersOutsideTheBarsHaveNoDateAndNoClose) {
@@ -180,22 +185,18 @@ TEST(OrderSystem, WithoutRoomOrdersAreRefusedAndTradesOnlyCounted) {
 }
 
 TEST(OrderSystem, NullsAreRefused) {
+  using qxtest::expectNullsRefused;
+  constexpr int32_t kRefusal = QX_ERR_INVALID_PARM;
   Simulation run(flatBars(2, 10));
-  qxOrderSystem* s = run;
-  qxOrderSystem other;
-  const int32_t statuses[] = {qxOrderSystemInit(nullptr, "a", run.bars),
-                              qxOrderSystemInit(&other, nullptr, run.bars),
-                              qxOrderSystemInit(&other, "a", nullptr),
-                              qxOrderSystemReset(nullptr),
-                              qxCancelOrder(nullptr, "a"),
-                              qxCancelOrder(s, nullptr),
-                              qxBuyToOpen(nullptr, "a", 1, 1, 1, 1),
-                              qxBuyToOpen(s, nullptr, 1, 1, 1, 1),
-                              qxSellToOpen(s, nullptr, 1, 1, 1, 1),
-                              qxSellToClose(s, "a", nullptr, 1, 1, 1, 1),
-                              qxBuyToClose(nullptr, "a", "", 1, 1, 1, 1),
-                              qxBuyToClose(s, nullptr, "", 1, 1, 1, 1)};
-  for (const int32_t status : statuses) EXPECT_EQ(status, QX_ERR_INVALID_PARM);
+  expectNullsRefused("Init", qxOrderSystemInit, kRefusal, run, "a", run.bars);
+  expectNullsRefused("Reset", qxOrderSystemReset, kRefusal, run);
+  expectNullsRefused("Cancel", qxCancelOrder, kRefusal, run, "a");
+  for (const auto open : {qxBuyToOpen, qxSellToOpen}) {
+    expectNullsRefused("ToOpen", open, kRefusal, run, "a", 1u, 1.0, 1, 1);
+  }
+  for (const auto close : {qxSellToClose, qxBuyToClose}) {
+    expectNullsRefused("ToClose", close, kRefusal, run, "a", "", 1u, 1.0, 1, 1);
+  }
   EXPECT_EQ(qxProcessOrders(nullptr), 0);
   EXPECT_EQ(run->ordercount, 0);
 }

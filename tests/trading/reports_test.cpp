@@ -56,6 +56,7 @@ TEST(Reports, HeadersAreOptional) {
     const std::string whole = written(report, run, " ", 1), rows = written(report, run, " ", 0);
     EXPECT_TRUE(whole.starts_with("System ") && rows.starts_with("Test "));
     EXPECT_TRUE(whole.ends_with("-\n" + rows));
+    EXPECT_TRUE(written(report, run, "  ", 0).starts_with("Test  SYM  ")) << "no single blank";
   }
 }
 

@@ -76,18 +76,6 @@ TEST(TradeStatistics, AccountSizeFollowsTheMargin) {
   EXPECT_EQ(run->longstats.returnonaccount, 100.0);
 }
 
-TEST(TradeStatistics, CostsAndDeductionReduceTheProfit) {
-  Closings run(100);
-  run->tickvalue = 12.5;  // a point is worth 50
-  run->unitcost = 0.5;
-  run->sidecost = 1.5;
-  run->deduction = 0.25;
-  run.advance(2);
-  run.closeOne();
-  // (1 * (12.5 * 2 / 0.25 - 0.5) - 3) * 0.75
-  EXPECT_EQ(run->netstats.netprofit, 72.375);
-}
-
 TEST(TradeStatistics, ZeroClosesCountInTheDrawdown) {
   Closings run(100, 0);
   run.advance(2);
