@@ -68,13 +68,17 @@ void fillBars(Random& random, qxBars& bars) {
 // Sizes that do not match, first valid indexes anywhere.
 void disturbBars(Random& random, qxBars& bars) {
   if (onceIn(random, 6)) qxReSizeBars(&bars, below(random, bars.datasize + 1));
-  if (onceIn(random, 8)) {
-    // The dates tell whether a set is allocated; without them its other blocks would be lost.
-    qxArray* series = seriesOf(bars, 1 + below(random, 6));
-    if (onceIn(random, 3)) {
-      qxFreeArray(series);
+  if (onceIn(random, 6)) {
+    // A shorter series, mostly in a block of its own, so that a read beyond it is seen. The dates
+    // tell whether a set is allocated; without them its other blocks would be lost.
+    const int32_t index = below(random, 7);
+    qxArray* series = seriesOf(bars, index);
+    const int32_t size = below(random, series->datasize + 1);
+    if (onceIn(random, 4)) {
+      series->size = size;
     } else {
-      series->size = below(random, series->datasize + 1);
+      qxFreeArray(series);
+      if (index == 0 || !onceIn(random, 4)) *series = allocated(random, std::max(1, size));
     }
   }
   if (onceIn(random, 5)) seriesOf(bars, below(random, 7))->firstvalid = hostileInt(random);
