@@ -60,7 +60,8 @@ TEST(Processing, LongRun) {
     add(" open", {s.longstats.openprofit, s.shortstats.openprofit, s.netstats.openprofit});
     for (const std::string& name : run.orders()) lines << ' ' << name;
     lines << '\n';
-    run->gapfill = bar / 15 % 2, run->reverse = bar / 30 % 2 * 2, run->pyramid = bar / 20 % 2;
+    run->gapfill = bar / 15 % 2 * 3, run->reverse = bar / 30 % 2 * 2,
+    run->pyramid = -(bar / 20 % 2);
     run->delay = bar / 40 * 50000;  // a rest below a day does not count
     for (int32_t left = roll(&dice, 4); left > 0; --left) rollOrder(&dice, &run);
     if (roll(&dice, 8) == 0) qxCancelOrder(run, "AB");

@@ -57,7 +57,7 @@ TEST(OrderSystem, ResetKeepsSettingsAndTables) {
       .sell("short", 1)
       .advance(5);
   EXPECT_EQ(run->tradecount, 2);
-  run->counter = 5;
+  run->counter = run->longbars = 5;
   EXPECT_EQ(qxOrderSystemReset(run), QX_SUCCESS);
   EXPECT_EQ(std::memcmp(&run.record, &fresh, sizeof fresh), 0);
 }
@@ -202,10 +202,13 @@ TEST(OrderSystem, NullsAreRefused) {
 }
 
 TEST(OrderSystem, BarsEndWithTheirShortestSeries) {
-  Simulation run(qxtest::workedBars());
-  run->bars.close.size = 9;
-  run.advance(8);
-  EXPECT_EQ(qxProcessOrders(run), 0);
+  for (qxArray qxBars::*const series :
+       {&qxBars::date, &qxBars::open, &qxBars::high, &qxBars::low, &qxBars::close}) {
+    Simulation run(qxtest::workedBars());
+    (run->bars.*series).size = 9;
+    run.advance(8);
+    EXPECT_EQ(qxProcessOrders(run), 0);
+  }
 }
 
 }  // namespace

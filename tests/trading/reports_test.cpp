@@ -37,6 +37,10 @@ TEST(Reports, ReadAsTheirReferences) {
   EXPECT_EQ(written(qxOpenPosRpt1, run, "||", 1), reference("open-fields.txt"));
   EXPECT_EQ(written(qxOrderRpt1, run, " ", 1), reference("order-columns.txt"));
   EXPECT_EQ(written(qxOrderRpt1, run, ";", 1), reference("order-fields.txt"));
+  for (const int32_t unknown : {INT32_MIN, 0, QX_ORDER_CLOSE + 1}) {
+    run->orders[0].ordertype = unknown;
+    EXPECT_NE(written(qxOrderRpt1, run, ";", 0).find(";guard;;44.5"), std::string::npos);
+  }
   run.buy("all", 4000000000u).cover("x", "S2", 1, 51, QX_ORDER_LIMIT);
   run->orders[0].ordertype = QX_ORDER_CLOSE;
   EXPECT_EQ(written(qxPrintOrders, run), reference("orders.txt"));
