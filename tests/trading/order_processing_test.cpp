@@ -140,11 +140,13 @@ TEST(Processing, EntriesLookAtThePositionOfTheLastBarsEnd) {
 TEST(Processing, ReversalClosesEarlierPositionsAndDropsThoseOfTheBar) {
   Simulation run({priceBar(40000, 10, 10, 10, 10), priceBar(40001, 10, 10, 10, 10),
                   priceBar(40002, 12, 14, 11, 13)});
+  run->counter = 7;  // cleared with the fields of the position
   run.advance(0).buy("long", 3).advance(1).sell("short", 1, 13, QX_ORDER_LIMIT).advance(2);
   // The entry as it stood before the closing, and the other entry's own fill.
   EXPECT_EQ(run.trades(), Names{"long long 3 at 10 on 1, 3 left; sell short 3 at 13.25 on 2"});
   EXPECT_EQ(run.positions(), Names{"short short 1 at 13.25 on 2, 1 left"});
   EXPECT_EQ(run->marketpos, QX_MARKET_SHORT);
+  EXPECT_EQ(run->counter, 0);
 
   // Both directions on one bar: the buy fills first and vanishes without a trade.
   Simulation both(flatBars(3, 10));
@@ -152,22 +154,6 @@ TEST(Processing, ReversalClosesEarlierPositionsAndDropsThoseOfTheBar) {
   EXPECT_EQ(both->tradecount + both->netstats.trades, 0);
   EXPECT_EQ(both.positions(), Names{"short s 2 at 10 on 1, 2 left"});
   EXPECT_EQ(both->longstats.maxcontracts, 0.0);
-
-  // Without reversal both stay, and equal volumes are flat.
-  const int32_t sides[] = {QX_MARKET_SHORT, QX_MARKET_FLAT, QX_MARKET_LONG};
-  for (const uint32_t volume : {1u, 2u, 3u}) {
-    Simulation hedged(flatBars(3, 10));
-    hedged->reverse = 0;
-    hedged->counter = 7;  // cleared with the fields of the position
-    hedged.advance(0).sell("s", 2).buy("b", volume).advance(2);
-    EXPECT_EQ(hedged->positioncount, 2);
-    EXPECT_EQ(hedged->marketpos, sides[volume - 1]);
-    EXPECT_EQ(hedged->counter, 0);
-    EXPECT_EQ(hedged->netvol, volume == 2 ? 0 : 1);
-    EXPECT_EQ(hedged->avgprice, volume == 2 ? 0.0 : 10.0);
-    EXPECT_EQ(hedged->posbars, volume == 2 ? 0 : 2);
-    EXPECT_EQ(hedged->longbars, 2);
-  }
 }
 
 TEST(Processing, ExitsCloseOldestFirstAndByName) {
