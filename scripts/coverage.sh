@@ -16,6 +16,7 @@ step "Installing what is missing" scripts/setup.sh test
 step "Building with counters" build
 step "Testing" build/coverage/bin/quorvex_tests
 step "Testing the internals" build/coverage/bin/quorvex_internal_tests
+step "Making 50,000 random calls" build/coverage/bin/quorvex_random_calls --calls 50000 --seed 2026
 
 report() {
   gcovr --root . --object-directory build/coverage --exclude-throw-branches \
