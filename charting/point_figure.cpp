@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/bars.h"
 #include "core/indicator_frame.h"
 #include "core/series.h"
 #include "quorvex.h"
@@ -28,6 +29,11 @@ int32_t begin(Conversion* c, const qxBars* bars, qxBars* columns, qxArray* map, 
               double reversal, int32_t start, int32_t count) {
   if (!(box > 0.0) || !(reversal > 0.0)) return QX_ERR_INVALID_PARM;
   if (count < 1 || start >= count - 1) return QX_ERR_INVALID_PARM;
+  // The outputs are allocated anew: one that is also read would lose its block.
+  const auto series = qx::seriesOf(*bars);
+  if (columns == bars || std::count(series.begin(), series.end(), map) != 0) {
+    return QX_ERR_INVALID_PARM;
+  }
   count = std::min(count, qx::kMaxElements);
   int32_t status = qxAllocBars(columns, count);
   if (status != QX_SUCCESS) return status;

@@ -2967,9 +2967,10 @@ QX_API int32_t qxGraphPaintSVG(qxGraph* graph, const char* fileName);
  * @param reversal  boxes of a reversal, above 0
  * @param start     the bars up to and including it are skipped; the first direction is that of the
  *                  first close at least one box away from the close at `start`
- * QX_ERR_INVALID_PARM with nothing allocated for bad arguments or a start at or past the last bar;
- * QX_ERR_INVALID_PARM with both outputs allocated when no direction is found; QX_ERR_MALLOC. Both
- * outputs are the caller's to free. After Victor de Villiers, The Point and Figure Method. */
+ * QX_ERR_INVALID_PARM with nothing allocated for bad arguments, an output that is the input, or a
+ * start at or past the last bar; QX_ERR_INVALID_PARM with both outputs allocated when no direction
+ * is found; QX_ERR_MALLOC. Both outputs are the caller's to free. After Victor de Villiers, The
+ * Point and Figure Method. */
 QX_API int32_t qxBars2PNF(const qxBars* bars, qxBars* columns, qxArray* map, double box,
                           double reversal, int32_t start);
 

@@ -98,6 +98,11 @@ TEST(PointFigure, RefusesBeforeItAllocates) {
     BarSet columns;
     Series map;
     EXPECT_EQ(convert(nullptr, columns, map, 1, 3, -1), QX_ERR_INVALID_PARM);
+    // An output that is the input would lose the caller's bars.
+    BarSet input(bars);
+    EXPECT_EQ(convert(input, input, map, 1, 3, -1), QX_ERR_INVALID_PARM);
+    EXPECT_EQ(convert(input, columns, &input->close, 1, 3, -1), QX_ERR_INVALID_PARM);
+    EXPECT_EQ(barsOf(input), bars);
     // No direction: the outputs stay allocated.
     const Converted flat(convert, bars, 1, 3, 2);
     EXPECT_EQ(flat.status, QX_ERR_INVALID_PARM);
