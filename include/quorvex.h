@@ -1415,7 +1415,8 @@ QX_API int32_t qxForecastOscillator(const qxArray* in, qxArray* out, int32_t per
 
 /*
  * The functions over bars use the start index as given, not raised to the first valid indexes of
- * their inputs. A period below 1 (a lookback, not a smoothing period): QX_ERR_INVALID_PARM.
+ * their inputs. A period below 0 (a lookback, not a smoothing period): QX_ERR_INVALID_PARM; over a
+ * period of 0 the directional indicators and the Aroon lines divide by zero as IEEE does.
  * Directional movement and the parabolic stop are Welles Wilder's (New Concepts in Technical
  * Trading Systems, 1978).
  */

@@ -146,7 +146,7 @@ int32_t qxDMIx(const qxBars* bars, qxArray* plusDM, qxArray* minusDM, int32_t st
 }
 
 int32_t qxDI(const qxBars* bars, qxArray* plusDI, qxArray* minusDI, int32_t period, int32_t start) {
-  if (period < 1) return QX_ERR_INVALID_PARM;
+  if (period < 0) return QX_ERR_INVALID_PARM;
   const int32_t length = qxCheckArgs({bars}, {}, {plusDI, minusDI});
   if (length < 1) return length;
   return directionalIndicators(bars, plusDI, minusDI, qx::heldBars(*bars, length), period,
@@ -154,7 +154,7 @@ int32_t qxDI(const qxBars* bars, qxArray* plusDI, qxArray* minusDI, int32_t peri
 }
 
 int32_t qxDX(const qxBars* bars, qxArray* out, int32_t period, int32_t start) {
-  if (period < 1) return QX_ERR_INVALID_PARM;
+  if (period < 0) return QX_ERR_INVALID_PARM;
   const int32_t length = qxCheckArgs({bars}, {}, {out});
   if (length < 1) return length;
   qx::ScratchArrays<2> scratch(length);
@@ -174,7 +174,7 @@ int32_t qxDX(const qxBars* bars, qxArray* out, int32_t period, int32_t start) {
 
 int32_t qxADX(const qxBars* bars, qxArray* out, int32_t period, int32_t smoothPeriod,
               int32_t start) {
-  if (period < 1) return QX_ERR_INVALID_PARM;
+  if (period < 0) return QX_ERR_INVALID_PARM;
   const int32_t length = qxCheckArgs({bars}, {}, {out});
   if (length < 1) return length;
   // Kept: 0 whatever the two steps return.
@@ -185,7 +185,7 @@ int32_t qxADX(const qxBars* bars, qxArray* out, int32_t period, int32_t smoothPe
 
 int32_t qxADXR(const qxBars* bars, qxArray* out, int32_t period, int32_t smoothPeriod, int32_t lag,
                int32_t start) {
-  if (period < 1) return QX_ERR_INVALID_PARM;
+  if (period < 0) return QX_ERR_INVALID_PARM;
   const int32_t length = qxCheckArgs({bars}, {}, {out});
   if (length < 1) return length;
   qx::ScratchArrays<1> scratch(length);
@@ -203,7 +203,7 @@ int32_t qxADXR(const qxBars* bars, qxArray* out, int32_t period, int32_t smoothP
 }
 
 int32_t qxAroon(const qxBars* bars, qxArray* up, qxArray* down, int32_t period, int32_t start) {
-  if (period < 1) return QX_ERR_INVALID_PARM;
+  if (period < 0) return QX_ERR_INVALID_PARM;
   const int32_t length = qxCheckArgs({bars}, {}, {up, down});
   if (length < 1) return length;
   // The lines are collected aside, so that a failure leaves the outputs clear.
@@ -219,7 +219,7 @@ int32_t qxAroon(const qxBars* bars, qxArray* up, qxArray* down, int32_t period, 
 }
 
 int32_t qxAroonOscillator(const qxBars* bars, qxArray* out, int32_t period, int32_t start) {
-  if (period < 1) return QX_ERR_INVALID_PARM;
+  if (period < 0) return QX_ERR_INVALID_PARM;
   const int32_t length = qxCheckArgs({bars}, {}, {out});
   if (length < 1) return length;
   qx::ScratchArrays<2> lines(length);
