@@ -2,6 +2,7 @@
 // stored back into their records.
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "charting/graph_state.h"
 #include "charting/planner.h"
@@ -10,9 +11,10 @@
 namespace qx {
 namespace {
 
+// An end for which no finite value is found stays infinite.
 struct Extremes {
-  bool found;
-  double minimum, maximum;
+  double minimum = std::numeric_limits<double>::infinity();
+  double maximum = -std::numeric_limits<double>::infinity();
 };
 
 bool drawsBars(int32_t style) {
@@ -28,15 +30,17 @@ Extremes chartExtremes(const qxGraph& graph, const qxGraphChart& chart, int32_t 
   IndexRange range = {0, int64_t{length} - 1};
   if (mode == QX_SCALE_SHOWN) range = shownRange(graph, length);
   if (!bars) range.first = std::max<int64_t>(range.first, chart.series.firstvalid);
-  Extremes result = {};
+  Extremes result;
   if (range.first > range.last) return result;
   const auto from = static_cast<int32_t>(range.first), to = static_cast<int32_t>(range.last);
+  double minimum = 0.0, maximum = 0.0;
   if (bars) {
-    qxBarStats(&chart.bars, &result.minimum, &result.maximum, from, to);
+    qxBarStats(&chart.bars, &minimum, &maximum, from, to);
   } else {
-    qxArrayStats(&chart.series, &result.minimum, &result.maximum, nullptr, nullptr, from, to, 0);
+    qxArrayStats(&chart.series, &minimum, &maximum, nullptr, nullptr, from, to, 0);
   }
-  result.found = std::isfinite(result.minimum) && std::isfinite(result.maximum);
+  if (std::isfinite(minimum)) result.minimum = minimum;
+  if (std::isfinite(maximum)) result.maximum = maximum;
   return result;
 }
 
@@ -44,15 +48,13 @@ Extremes chartExtremes(const qxGraph& graph, const qxGraphChart& chart, int32_t 
 Extremes groupExtremes(const qxGraph& graph, const qxGraphSubwin& pane, int32_t carrier,
                        int32_t mode) {
   const auto charts = chartsOf(pane);
-  Extremes group = {};
+  Extremes group;
   for (int32_t i = 0; static_cast<size_t>(i) < charts.size(); ++i) {
     const qxGraphChart& chart = charts[static_cast<size_t>(i)];
     if (chart.style == QX_CHART_TRADES || scaleChartOf(pane, i) != carrier) continue;
     const Extremes own = chartExtremes(graph, chart, mode);
-    if (!own.found) continue;
-    group.minimum = group.found ? std::min(group.minimum, own.minimum) : own.minimum;
-    group.maximum = group.found ? std::max(group.maximum, own.maximum) : own.maximum;
-    group.found = true;
+    group.minimum = std::min(group.minimum, own.minimum);
+    group.maximum = std::max(group.maximum, own.maximum);
   }
   return group;
 }
@@ -69,15 +71,15 @@ struct Scale {
 Scale findScale(const qxGraph& graph, const qxGraphSubwin& pane, int32_t carrier, int64_t rows) {
   const qxGraphChart& chart = chartsOf(pane)[static_cast<size_t>(carrier)];
   Scale scale = {chart.minimum, chart.maximum};
-  const bool findMinimum = isFoundMode(chart.minmode), findMaximum = isFoundMode(chart.maxmode);
-  Extremes low = {}, high = {};
-  if (findMinimum) low = groupExtremes(graph, pane, carrier, chart.minmode);
-  if (findMaximum) {
+  Extremes low, high;
+  if (isFoundMode(chart.minmode)) low = groupExtremes(graph, pane, carrier, chart.minmode);
+  if (isFoundMode(chart.maxmode)) {
     const bool same = chart.maxmode == chart.minmode;
     high = same ? low : groupExtremes(graph, pane, carrier, chart.maxmode);
   }
-  if (low.found) scale.minimum = low.minimum;
-  if (high.found) scale.maximum = high.maximum;
+  const bool lowFound = std::isfinite(low.minimum), highFound = std::isfinite(high.maximum);
+  if (lowFound) scale.minimum = low.minimum;
+  if (highFound) scale.maximum = high.maximum;
 
   const int32_t margin = drawsBars(chart.style) ? scaleMargins().bars : scaleMargins().series;
   const double perPixel = (scale.maximum - scale.minimum) / static_cast<double>(rows);
@@ -87,8 +89,8 @@ Scale findScale(const qxGraph& graph, const qxGraphSubwin& pane, int32_t carrier
   const double padded = scale.minimum - padding;
   // Padding must not take a logarithmic scale out of its domain, to which 0 belongs.
   const bool leavesDomain = logarithmic && scale.minimum >= 0.0 && padded <= 0.0;
-  if (low.found && !leavesDomain) scale.minimum = padded;
-  if (high.found) scale.maximum += padding;
+  if (lowFound && !leavesDomain) scale.minimum = padded;
+  if (highFound) scale.maximum += padding;
   return scale;
 }
 
@@ -100,6 +102,13 @@ void planScales(Planner* planner, qxGraphSubwin* pane) {
   if (rows <= 0 || isCollapsed(*pane)) return;
   const auto charts = chartsOf(*pane);
   const auto count = static_cast<int32_t>(charts.size());
+  if (count == 0) return;
+  // Stored when all are found: a scale chart may itself take the scale of another.
+  ScratchArrays<2> scales(count);
+  if (scales.status != QX_SUCCESS) {
+    planner->list->status = scales.status;
+    return;
+  }
   for (int32_t carrier = 0; carrier < count; ++carrier) {
     bool shared = false;
     for (int32_t i = 0; i < count && !shared; ++i) shared = scaleChartOf(*pane, i) == carrier;
@@ -107,9 +116,13 @@ void planScales(Planner* planner, qxGraphSubwin* pane) {
     const Scale scale = findScale(*planner->graph, *pane, carrier, rows);
     for (int32_t i = 0; i < count; ++i) {
       if (scaleChartOf(*pane, i) != carrier) continue;
-      charts[static_cast<size_t>(i)].minimum = scale.minimum;
-      charts[static_cast<size_t>(i)].maximum = scale.maximum;
+      scales[0].data[i] = scale.minimum;
+      scales[1].data[i] = scale.maximum;
     }
+  }
+  for (int32_t i = 0; i < count; ++i) {
+    charts[static_cast<size_t>(i)].minimum = scales[0].data[i];
+    charts[static_cast<size_t>(i)].maximum = scales[1].data[i];
   }
 }
 

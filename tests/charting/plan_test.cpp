@@ -188,6 +188,14 @@ TEST(Plan, ScalesAreSharedPaddedAndStored) {
   EXPECT_EQ(share(0, 1, 1), Range(1, 60 + 0.59));
   EXPECT_EQ(share(0, 0, 0), Range(1, 2));
   EXPECT_EQ(rangeOf(3), Range(7, 8));
+  // A scale chart that takes another's scale still carries its own for those that name it.
+  qxGraphChart& taking = planned.chart(0, 1);
+  planned.chart(0, 3).scalechart = 1;
+  taking.minmode = taking.maxmode = QX_SCALE_KEEP;
+  taking.minimum = 3;
+  taking.maximum = 4;
+  EXPECT_EQ(share(1, 1, 0), Range(-5 - 0.65 * 2, 60 + 0.65 * 2));
+  EXPECT_EQ(rangeOf(3), Range(3, 4));
 
   // A logarithmic minimum is not padded out of its domain; an inexistent scale chart is the chart.
   Series positive{0.01, 500, 3};
@@ -205,11 +213,11 @@ TEST(Plan, ScalesAreSharedPaddedAndStored) {
   EXPECT_EQ(withValues(0.01, 500), Range(0.01, 500 + (500 - 0.01) / 100.0));
   // Nor is a minimum of 0, such as that of a volume series with a bar without trades.
   EXPECT_EQ(withValues(0, 500), Range(0, 505));
-  // Values that are no numbers leave the scale as it is.
+  // Values that are no numbers leave their end as it is.
   EXPECT_EQ(withValues(NAN, 500), Range(0, 505));
-  EXPECT_EQ(withValues(1, INFINITY), Range(0, 505));
+  EXPECT_EQ(withValues(1, INFINITY), Range(1, 505));
   alone.series.firstvalid = 3;
-  EXPECT_EQ(withValues(1, 2), Range(0, 505));
+  EXPECT_EQ(withValues(1, 2), Range(1, 505));
 }
 
 TEST(Plan, ValueAxisMarksItsPane) {
